@@ -28,7 +28,9 @@ public:
     bool State() const;
 
     void BeginTrans();
+    /// A commit that fails has rolled back.
     void CommitTrans();
+    /// Does nothing without a transaction.
     void RollbackTrans();
     bool inTransaction() const;
 
@@ -37,11 +39,12 @@ public:
 
     ConnectionPool& pool() { return *owner; }
     PhysicalConnection& physical();
+    /// Ends when the connection is closed, even if the physical one lives on in the pool.
+    std::weak_ptr<PhysicalConnection> lease();
 
 private:
     ConnectionPool* owner;
     std::shared_ptr<PhysicalConnection> link;
-    bool transaction = false;
 };
 
 /// Rolls back at the end of its scope unless `commit()` was reached.

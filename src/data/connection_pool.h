@@ -1,9 +1,12 @@
 #pragma once
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
 #include <optional>
+
+class QSqlDriver;
 
 namespace liaowu {
 
@@ -33,11 +36,20 @@ public:
     /// Calls since the last `failAt`.
     int callCount() const;
 
-    /// While on, opening a second connection during a transaction throws: it would see old data and freeze.
+    /// While on, opening a second connection to a database during a transaction on it throws: it would see old data
+    /// and freeze.
     void forbidSecondConnection(bool on);
 
-    /// Receives every statement that reaches an engine.
+    /// Receives every statement that reaches an engine, begin and commit included, just before it runs. The settings
+    /// that a new physical connection makes are not among them.
     void setTrace(std::function<void(const StatementTrace&)> trace);
+
+    /// How long the embedded engine waits for another writer; 5000 unless set. Drops the idle connections.
+    void setBusyTimeout(int milliseconds);
+
+    /// Servers are reached through drivers made here in place of the installed ODBC driver, which is how a test sees
+    /// what the driver is given. The connection takes the driver over.
+    void setOdbcDriver(std::function<QSqlDriver*()> make);
 
     /// Drops the idle physical connections.
     void clear();
@@ -46,7 +58,7 @@ public:
     Private& inner() { return *d; }
 
 private:
-    std::unique_ptr<Private> d;
+    std::shared_ptr<Private> d;
 };
 
 } // namespace liaowu

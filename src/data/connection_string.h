@@ -7,8 +7,9 @@ namespace liaowu {
 /// A connection string taken apart. Keys compare without case.
 struct ConnectionTarget {
     enum class Engine { Embedded, Odbc } engine = Engine::Embedded;
-    QString file;       ///< of the embedded engine
-    QString odbcString; ///< what goes to the ODBC driver manager
+    QString file;          ///< of the embedded engine
+    bool readOnly = false; ///< "Mode=Read" of the embedded engine
+    QString odbcString;    ///< what goes to the ODBC driver manager
 };
 
 /// Understands "Provider=SQLite;Data Source=/path/plant.db", OLE DB strings of the server (SQLOLEDB, SQLNCLI11,

@@ -14,6 +14,8 @@ public:
     static constexpr int NotCovered = 102;
     static constexpr int InvalidObject = 208;
     static constexpr int InvalidColumn = 207;
+    static constexpr int NullRefused = 515;
+    static constexpr int CheckFailed = 547;
     /// Numbers of our own, negative so that no server uses them.
     static constexpr int Conflict = -2001;
     static constexpr int ConnectionFailed = -2002;
@@ -21,9 +23,11 @@ public:
     static constexpr int ReadOnly = -2004;
     static constexpr int DiskFull = -2005;
     static constexpr int Usage = -2006;
+    static constexpr int EngineFailed = -2007; ///< any other failure of the embedded engine
     static constexpr int Injected = -2099;
 
-    DatabaseError(int number, QString message) : nativeError(number), text(std::move(message)), utf8(text.toUtf8()) {}
+    DatabaseError(int number, QString message)
+        : nativeError(number), text(std::move(message)), utf8(text.toUtf8()) {}
     const char* what() const noexcept override { return utf8.constData(); }
     bool isDuplicateKey() const { return nativeError == DuplicateKey || nativeError == DuplicateKeyDesktop; }
 

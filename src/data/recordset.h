@@ -35,7 +35,9 @@ public:
     int RecordCount() const;
     /// From 1; 0 before the first and after the last row.
     int AbsolutePosition() const;
+    /// 0 and less stand before the first row, more than there are behind the last.
     void setAbsolutePosition(int position);
+    /// Moves never fail on an empty set or at its ends; reading a field where there is no row does.
     void MoveFirst();
     void MoveLast();
     void MoveNext();
@@ -54,21 +56,28 @@ public:
     QString text(int column) const;
     double number(QStringView column) const;
     bool isNull(QStringView column) const;
+    bool isNull(int column) const;
     /// Any cell, without moving.
     QString textAt(int row, int column) const;
     bool isNullAt(int row, int column) const;
     /// True when the column's values are numbers of the engine, not texts.
     bool isNumeric(int column) const;
 
-    /// Starts a new row; `set` fills it, `Update` (or `UpdateBatch`) writes it.
+    /// Starts a new row; `set` fills it, `Update` (or `UpdateBatch`) writes it. Only columns that were set are
+    /// inserted. New rows stand behind those read; once the rows are read (again), written ones are among them.
     void AddNew();
+    /// A text for a column of numbers must be a number or empty, which is 0. NUL characters are dropped.
     void set(QStringView column, const QString& value);
     void set(QStringView column, double value);
+    void set(int column, const QString& value);
+    void set(int column, double value);
     void setNull(QStringView column);
+    void setNull(int column);
     /// Writes the current row: a new one is inserted; of a read one the changed columns, found by primary key and
-    /// their old values. No row hit throws `DatabaseError::Conflict`; a table without key cannot be changed.
+    /// their old values. No row hit throws `DatabaseError::Conflict`; a table without key cannot be changed. Leaving a
+    /// changed row does the same. A row that could not be written stays pending. In batch mode `UpdateBatch` does it.
     void Update();
-    /// Writes all pending rows.
+    /// Writes all pending rows, in a transaction of its own when none is open. On failure all stay pending.
     void UpdateBatch();
 
 private:

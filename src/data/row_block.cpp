@@ -1,0 +1,117 @@
+#include "data/row_block.h"
+#include "data/database_error.h"
+#include "data/number_text.h"
+#include <cstring>
+
+namespace liaowu {
+
+namespace {
+
+template <typename Number>
+Number readNumber(QByteArrayView bytes) {
+    Number value;
+    std::memcpy(&value, bytes.data(), sizeof value);
+    return value;
+}
+
+QString decode(QByteArrayView bytes) {
+    QString text = QString::fromUtf8(bytes);
+    // The decoder takes a byte order mark at the front for its own; here it belongs to the value.
+    if (bytes.startsWith("\xef\xbb\xbf")) text.prepend(QChar(QChar::ByteOrderMark));
+    return text;
+}
+
+} // namespace
+
+QString RowBlock::Cell::text() const {
+    switch (kind) {
+    case Kind::Null:
+        return {};
+    case Kind::Text:
+        return decode(bytes);
+    case Kind::Float:
+        return numberText(readNumber<double>(bytes));
+    case Kind::Integer:
+        return QString::number(readNumber<qint64>(bytes));
+    }
+    return {};
+}
+
+double RowBlock::Cell::number() const {
+    switch (kind) {
+    case Kind::Null:
+        return 0;
+    case Kind::Text:
+        return val(decode(bytes));
+    case Kind::Float:
+        return readNumber<double>(bytes);
+    case Kind::Integer:
+        return static_cast<double>(readNumber<qint64>(bytes));
+    }
+    return 0;
+}
+
+dialect::Literal RowBlock::Cell::value() const {
+    using LiteralKind = dialect::Literal::Kind;
+    switch (kind) {
+    case Kind::Null:
+        return {};
+    case Kind::Text:
+        return {LiteralKind::Text, decode(bytes), 0, 0};
+    case Kind::Float:
+        return {LiteralKind::Float, {}, readNumber<double>(bytes), 0};
+    case Kind::Integer:
+        return {LiteralKind::Integer, {}, 0, readNumber<qint64>(bytes)};
+    }
+    return {};
+}
+
+void RowBlock::reset(int cellsOfRow) {
+    chunks.clear();
+    width = cellsOfRow;
+    rowCount = cellsInLast = cellsInRow = 0;
+}
+
+void RowBlock::addChunk() {
+    finish();
+    chunks.emplace_back();
+    chunks.back().ends.reserve(static_cast<std::size_t>(width));
+    cellsInLast = 0;
+}
+
+void RowBlock::close(Kind kind) {
+    Chunk& chunk = last();
+    const auto end = static_cast<quint64>(chunk.bytes.size());
+    if (end > endMask) throw DatabaseError(DatabaseError::Usage, QStringLiteral("查詢結果的資料量過大!"));
+    chunk.ends.push_back(static_cast<quint32>(kind) << 30 | static_cast<quint32>(end));
+    ++cellsInLast;
+    if (++cellsInRow == width) {
+        cellsInRow = 0;
+        ++rowCount;
+    }
+}
+
+void RowBlock::finish() {
+    // A few rows are read and dropped at once: only a full chunk is worth a copy.
+    if (cellsInLast != width * rowsOfChunk || chunks.empty()) return;
+    chunks.back().bytes.squeeze();
+    chunks.back().ends.shrink_to_fit();
+}
+
+RowBlock::Cell RowBlock::cell(int row, int column) const {
+    const Chunk& chunk = chunks[static_cast<std::size_t>(row / rowsOfChunk)];
+    const auto at = static_cast<std::size_t>(row % rowsOfChunk * width + column);
+    const quint32 entry = chunk.ends[at];
+    const quint32 begin = at == 0 ? 0 : chunk.ends[at - 1] & endMask;
+    return {static_cast<Kind>(entry >> 30),
+            QByteArrayView(chunk.bytes.constData() + begin, (entry & endMask) - begin)};
+}
+
+qsizetype RowBlock::memory() const {
+    qsizetype sum = 0;
+    for (const Chunk& chunk : chunks)
+        sum += chunk.bytes.capacity() + static_cast<qsizetype>(chunk.ends.capacity() * sizeof(quint32));
+    return sum;
+}
+
+} // namespace liaowu
