@@ -67,7 +67,7 @@ void writeItems(Connection& connection, const Plant& plant) {
             add({binFlag(item), item.lot, weight, u"", u"", u"", plant.person(4).name, item.created});
         switch (item.family) {
         case Family::Board:
-            add({quoted(item.price), item.flute + u"楞紙板", u"", item.flute, QString(QChar(u'A' + item.group % 7)) + u"級", item.brand});
+            add({quoted(item.price), item.flute + u"楞紙板"_s, u"", item.flute, QString(QChar(u'A' + item.group % 7)) + u"級"_s, item.brand});
             boards.add(cells);
             break;
         case Family::Material:

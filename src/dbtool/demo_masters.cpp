@@ -10,7 +10,7 @@ namespace {
 
 template <typename T> int sizeOf(const std::vector<T>& list) { return static_cast<int>(list.size()); }
 
-QString padded(int number, int width) { return u"%1"_s.arg(number, width, 10, u'0'); }
+QString padded(int number, int width) { return u"%1"_s.arg(number, width, 10, QChar(u'0')); }
 
 /// Firms that do not exist: two syllables that no register would put side by side.
 QString firm(int number) {

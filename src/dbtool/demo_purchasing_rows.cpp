@@ -23,7 +23,7 @@ void writeRequisitions(Connection& connection, const Plant& plant) {
                    board ? u"紙板倉" : u"物料倉", requisition.approved ? u"Y" : u"N",
                    requisition.approved ? approver(plant) : QString(),
                    requisition.approved ? date8(requisition.date) : QString(), clerk.name,
-                   requisition.date.toString(u"yyyy-MM-dd"_s) + u" 08:15:00"});
+                   requisition.date.toString(u"yyyy-MM-dd"_s) + u" 08:15:00"_s});
         int number = 0;
         for (const RequisitionLine& line : requisition.lines) {
             const Item& item = plant.item(line.item);
@@ -104,7 +104,7 @@ void writeTracking(Connection& connection, const Plant& plant) {
         const Person& clerk = plant.person(0);
         const QDate month(tracking.date.year(), tracking.date.month(), 1);
         heads.add({tracking.number, date8(tracking.date), clerk.code, clerk.name, date8(month), date8(tracking.date),
-                   familyWord(tracking.family), clerk.name, tracking.date.toString(u"yyyy-MM-dd"_s) + u" 16:30:00"});
+                   familyWord(tracking.family), clerk.name, tracking.date.toString(u"yyyy-MM-dd"_s) + u" 16:30:00"_s});
         int number = 0;
         for (const TrackedLine& tracked : tracking.lines) {
             const Order& order = plant.order(tracked.order);

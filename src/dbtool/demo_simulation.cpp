@@ -89,7 +89,7 @@ private:
         const QTime time = QTime(8, 20).addSecs(at * 30000 / std::max(count, 1));
         return today.toString(u"yyyy-MM-dd"_s) + u' ' + time.toString(u"hh:mm:ss"_s);
     }
-    static QString padded(int number, int width) { return u"%1"_s.arg(number, width, 10, u'0'); }
+    static QString padded(int number, int width) { return u"%1"_s.arg(number, width, 10, QChar(u'0')); }
 
     int someItem(Family family) { return ranges[family].first + dice.skewed(ranges[family].count); }
     int anotherOf(int vendor) {

@@ -12,7 +12,7 @@ struct Phrases {
     QStringList contents;
 };
 
-QString code(int number) { return u"%1"_s.arg(number, 3, 10, u'0'); }
+QString code(int number) { return u"%1"_s.arg(number, 3, 10, QChar(u'0')); }
 
 const std::vector<Phrases>& plainPhrases() {
     static const std::vector<Phrases> all{
