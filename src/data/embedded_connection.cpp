@@ -245,9 +245,8 @@ EmbeddedConnection::CachedShape& EmbeddedConnection::shapeOf(const dialect::Lift
     if (CachedShape* known = shapes.object(lifted.shape)) return *known;
     unkept = std::make_unique<CachedShape>();
     unkept->translation = dialect::translate(lifted, *catalog);
+    if (!unkept->translation.columns.empty()) unkept->result = resultOf(unkept->translation);
     if (!isKept(unkept->translation)) return *unkept;
-    if (unkept->translation.kind == dialect::Translation::Kind::Select)
-        unkept->result = resultOf(unkept->translation);
     const QByteArray& native = unkept->translation.native;
     unkept->statement = prepare(native.constData(), static_cast<int>(native.size()));
     CachedShape* kept = unkept.release();
@@ -335,12 +334,7 @@ ShapePointer EmbeddedConnection::readOnce(const dialect::Lifted& lifted, RowBloc
         if (schemaNow() != knownSchema) return nullptr;
         if (code != SQLITE_ROW && code != SQLITE_DONE) throw failure;
     }
-    const int columns = sqlite3_column_count(statement);
-    rows.reset(columns);
-    for (; code == SQLITE_ROW; code = sqlite3_step(statement))
-        readRow(statement, columns, rows);
-    if (code != SQLITE_DONE) throw engineError(handle());
-    rows.finish();
+    readRest(statement, code, rows);
     return cached.result;
 }
 

@@ -82,14 +82,15 @@ TEST_F(ConnectionTest, ExecuteCountsTheRowsItTouched) {
 TEST_F(ConnectionTest, ABatchRunsItsStatementsInOrder) {
     Connection connection(database.pool, database.target);
     EXPECT_EQ(
-        connection.Execute(sql(u"create table [暫存] ([甲] nvarchar(20)); insert into [暫存] values ('{}'); "
-                               u"insert into [暫存] select [甲]+'{}' from [暫存]",
-                               u"x", u"y")),
+        connection.Execute(sql(u"insert into [採購資料] ([採購單號],[備註]) values ('{}','{}'); "
+                               u"insert into [採購資料] ([採購單號]) select [採購單號]+'{}' from [採購資料]",
+                               u"x", u"note", u"y")),
         2);
     const Recordset rows =
-        select(connection, sql(u"delete from [暫存] where [甲]='{}'; select * from [暫存]", u"x"));
-    EXPECT_EQ(rows.RecordCount(), 1);
-    EXPECT_EQ(rows.text(u"甲"), u"xy");
+        select(connection,
+               sql(u"delete from [採購資料] where [採購單號]='{}'; select [採購單號] from [採購資料]", u"x"));
+    ASSERT_EQ(rows.RecordCount(), 1);
+    EXPECT_EQ(rows.text(u"採購單號"), u"xy");
 }
 
 TEST_F(ConnectionTest, RollsBackWhatWasNotCommitted) {

@@ -185,6 +185,7 @@ TEST_F(OdbcDriverTest, ReadsTypesAndTexts) {
         2);
     Recordset rows = select(*connection, readyMadeSql(u"select * from 料 order by 丙 desc"_s));
     ASSERT_EQ(rows.RecordCount(), 2);
+    EXPECT_EQ(rows.columnNames(), (QStringList{u"甲"_s, u"乙"_s, u"丙"_s}));
     EXPECT_EQ(rows.text(u"甲"), u"紙'板");
     EXPECT_EQ(rows.text(u"乙"), u"0.1");
     EXPECT_EQ(rows.number(u"丙"), 7);
