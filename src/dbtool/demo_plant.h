@@ -32,8 +32,8 @@ struct Vendor {
     int currency = 0; ///< index, 0 is the base currency
     int buyer = 0;    ///< index of a person
     bool scrapped = false;
-    double factor = 1;          ///< against the usual price
-    double penalty = 0;         ///< points taken off so far
+    double factor = 1;      ///< against the usual price
+    double penalty = 0;     ///< points taken off so far
     std::vector<int> items; ///< those it usually delivers
 };
 

@@ -10,7 +10,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template <typename T> int sizeOf(const std::vector<T>& list) { return static_cast<int>(list.size()); }
+template <typename T>
+int sizeOf(const std::vector<T>& list) {
+    return static_cast<int>(list.size());
+}
 
 std::vector<QDate> workdays() {
     std::vector<QDate> days;
@@ -21,7 +24,9 @@ std::vector<QDate> workdays() {
 
 /// How many of `total` fall on day `index` of `days`, spread evenly.
 int share(double total, std::size_t index, std::size_t days) {
-    const auto until = [&](std::size_t day) { return std::floor(total * static_cast<double>(day) / static_cast<double>(days)); };
+    const auto until = [&](std::size_t day) {
+        return std::floor(total * static_cast<double>(day) / static_cast<double>(days));
+    };
     return static_cast<int>(until(index + 1) - until(index));
 }
 
@@ -57,7 +62,8 @@ public:
             serial = {};
             const auto each = [&](double total, auto&& make) {
                 const int count = share(total * scale, index, days.size());
-                for (int i = 0; i < count; ++i) make(stamp(i, count));
+                for (int i = 0; i < count; ++i)
+                    make(stamp(i, count));
             };
             each(1500, [&](const QString& time) { makeRequisition(time); });
             each(2000, [&](const QString& time) { makeOrder(time); });
@@ -118,7 +124,8 @@ private:
                                               [&](const RequisitionLine& line) { return line.item == item; });
             // An item stands once in a requisition.
             if (!repeated)
-                requisition.lines.push_back({item, someQuantity(plant.item(item)), 0, -1, today.addDays(dice.between(5, 20))});
+                requisition.lines.push_back(
+                    {item, someQuantity(plant.item(item)), 0, -1, today.addDays(dice.between(5, 20))});
             item = dice.chance(0.9) ? anotherOf(vendor) : someItem(requisition.family);
         }
         plant.requisitions.push_back(std::move(requisition));
@@ -128,7 +135,10 @@ private:
 
     Family someFamily() {
         const double u = dice.unit();
-        return u < 0.44 ? Family::Board : u < 0.88 ? Family::Material : u < 0.94 ? Family::Paper : Family::Plate;
+        return u < 0.44   ? Family::Board
+               : u < 0.88 ? Family::Material
+               : u < 0.94 ? Family::Paper
+                          : Family::Plate;
     }
 
     void makeOrder(const QString& time) {
@@ -195,7 +205,8 @@ private:
             line.item = item;
             line.quantity = someQuantity(plant.item(item));
             if (order.family == Family::Board && dice.chance(0.6)) {
-                line.workOrder = makeWorkOrder(item, static_cast<int>(line.quantity), today.addDays(-dice.between(1, 6)));
+                line.workOrder =
+                    makeWorkOrder(item, static_cast<int>(line.quantity), today.addDays(-dice.between(1, 6)));
                 line.cuts = plant.workOrder(line.workOrder).cuts;
             }
             order.lines.push_back(line);
@@ -220,7 +231,8 @@ private:
         order.sheets = sheets;
         order.cuts = dice.between(1, 3);
         const int carton = dice.between(1, 40);
-        order.carton = plant.customers[static_cast<std::size_t>(order.customer)].code + u"-BX"_s + padded(carton, 3);
+        order.carton =
+            plant.customers[static_cast<std::size_t>(order.customer)].code + u"-BX"_s + padded(carton, 3);
         order.part = u"PN%1-%2"_s.arg(order.customer + 101).arg(padded(carton, 3));
         order.creaseKind = dice.chance(0.7) ? u"外壓"_s : u"內壓"_s;
         const int width = static_cast<int>(plant.item(item).second);
@@ -235,7 +247,8 @@ private:
     double offered(const Order& order, const Item& item) const {
         const int quarter = today.year() * 4 + (today.month() - 1) / 3;
         const int wave = (quarter * 7 + order.vendor * 5 + item.group * 3) % 9 - 4;
-        const double rate = plant.currencies[static_cast<std::size_t>(plant.vendor(order.vendor).currency)].rate;
+        const double rate =
+            plant.currencies[static_cast<std::size_t>(plant.vendor(order.vendor).currency)].rate;
         const double base = item.usualPrice * plant.vendor(order.vendor).factor * (1 + 0.006 * wave) / rate;
         return std::round(base * 100) / 100;
     }
@@ -253,7 +266,8 @@ private:
                                     order.buyer < 2 ? u"採購甲"_s : u"採購丙"_s});
         };
         if (item.family != Family::Board) return feed(line.item);
-        for (const int other : groups[{item.family, item.group}]) feed(other);
+        for (const int other : groups[{item.family, item.group}])
+            feed(other);
     }
 
     void planDelivery(int order) {
@@ -283,7 +297,8 @@ private:
 
     void take(const Delivery& delivery, const QString& time) {
         if (delivery.closes) {
-            for (OrderLine& line : plant.order(delivery.order).lines) line.closed = line.closed || line.open() > 0;
+            for (OrderLine& line : plant.order(delivery.order).lines)
+                line.closed = line.closed || line.open() > 0;
             return;
         }
         if (delivery.sendsBack) return sendBack(delivery.order, time);
@@ -338,7 +353,8 @@ private:
         if (!board && plant.item(line.item).stock < quantity) return;
         Receipt receipt = newReceipt(number, time);
         receipt.kind = u"退貨"_s;
-        receipt.number = board ? prefix() + u'T' + padded(++serial.giveBack, 4) : prefix() + padded(++serial.receipt, 4);
+        receipt.number =
+            board ? prefix() + u'T' + padded(++serial.giveBack, 4) : prefix() + padded(++serial.receipt, 4);
         receipt.lines.push_back({number, i, -quantity, 0, 0});
         post(receipt);
     }
@@ -353,7 +369,8 @@ private:
             line.received += arrived.quantity;
             if (arrived.quantity < 0) line.closed = false;
             if (!stocked || receipt.number.contains(u'T')) continue;
-            const double pieces = order.family == Family::Board ? arrived.quantity * line.cuts : arrived.quantity + arrived.spare;
+            const double pieces = order.family == Family::Board ? arrived.quantity * line.cuts
+                                                                : arrived.quantity + arrived.spare;
             item.stock += pieces;
             item.moved = today;
             if (receipt.bin < 0) continue;
@@ -372,7 +389,8 @@ private:
         issue.family = dice.chance(0.5) ? Family::Board : Family::Material;
         issue.posted = left > 5 || !dice.chance(0.08);
         const int count = dice.between(1, 5);
-        for (int i = 0; i < count; ++i) addIssueLine(issue);
+        for (int i = 0; i < count; ++i)
+            addIssueLine(issue);
         if (issue.lines.empty()) return;
         issue.number = prefix() + padded(++serial.issue, 4);
         issue.created = time;
@@ -381,7 +399,8 @@ private:
         issue.department = plant.departments[static_cast<std::size_t>(dice.below(3))];
         issue.machine = dice.pick(plant.machines);
         if (issue.family == Family::Board && !plant.workOrders.empty())
-            issue.workOrder = plant.workOrders[static_cast<std::size_t>(dice.below(sizeOf(plant.workOrders)))].number;
+            issue.workOrder =
+                plant.workOrders[static_cast<std::size_t>(dice.below(sizeOf(plant.workOrders)))].number;
         issue.storekeeper = 5 + dice.below(3);
         issue.taker = 8 + dice.below(3);
         issue.approved = issue.posted && approvedByNow();
@@ -419,12 +438,14 @@ private:
             wanted -= taken;
             line.takes.push_back({row.receipt, taken});
         }
-        item.bins.erase(std::remove_if(item.bins.begin(), item.bins.end(), [](const BinRow& row) { return row.left <= 0; }),
+        item.bins.erase(std::remove_if(item.bins.begin(), item.bins.end(),
+                                       [](const BinRow& row) { return row.left <= 0; }),
                         item.bins.end());
     }
 
     void closeMonth() {
-        for (Item& item : plant.items) item.closing = item.stock;
+        for (Item& item : plant.items)
+            item.closing = item.stock;
     }
 
     /// What production still waits for, for the pick of the order screen.
@@ -446,7 +467,8 @@ private:
             tracking.number = tracking.date.toString(u"yyyyMM"_s) + u"0001"_s;
             for (int i = sizeOf(plant.orders) - 1; i >= 0 && sizeOf(tracking.lines) < 12; --i) {
                 const Order& order = plant.order(i);
-                if (order.family != tracking.family || !order.approved || order.date > tracking.date) continue;
+                if (order.family != tracking.family || !order.approved || order.date > tracking.date)
+                    continue;
                 for (int l = 0; l < sizeOf(order.lines); ++l) {
                     const OrderLine& line = order.lines[static_cast<std::size_t>(l)];
                     if (line.open() <= 0 || line.closed) continue;
@@ -463,6 +485,8 @@ private:
 
 } // namespace
 
-void simulate(Plant& plant, Dice& dice, double scale) { Simulation(plant, dice, scale).run(); }
+void simulate(Plant& plant, Dice& dice, double scale) {
+    Simulation(plant, dice, scale).run();
+}
 
 } // namespace liaowu::demo

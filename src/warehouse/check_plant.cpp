@@ -18,13 +18,15 @@ namespace {
 
 /// Texts that the server takes for equal have one key.
 QString folded(QString text) {
-    while (text.endsWith(u' ')) text.chop(1);
+    while (text.endsWith(u' '))
+        text.chop(1);
     return text.toCaseFolded();
 }
 
 QString joined(std::initializer_list<QString> parts) {
     QString key;
-    for (const QString& part : parts) key += (key.isEmpty() ? QString() : QString(u'\x1f')) + folded(part);
+    for (const QString& part : parts)
+        key += (key.isEmpty() ? QString() : QString(u'\x1f')) + folded(part);
     return key;
 }
 
@@ -83,20 +85,24 @@ private:
 
     Recordset read(QStringView statement) { return select(connection, sql(statement)); }
 
-    void differ(const QString& table, const QString& key, const QString& column, const QString& stored, const QString& expected) {
+    void differ(const QString& table, const QString& key, const QString& column, const QString& stored,
+                const QString& expected) {
         result.differences.push_back({table, key, column, stored, expected});
     }
-    void compare(const QString& table, const QString& key, const QString& column, const QString& stored, double expected) {
+    void compare(const QString& table, const QString& key, const QString& column, const QString& stored,
+                 double expected) {
         if (!same(val(stored), expected)) differ(table, key, column, stored, numberText(expected));
     }
 
     static bool movesStock(const QString& family) { return family == u"紙板" || family == u"物料"; }
 
     void readReceipts() {
-        const Recordset rows = read(
-            u"select 原料入庫資料.入庫單號, 原料入庫資料.類別, 原料入庫資料.入庫日期, 原料入庫資料.單別, 原料入庫資料.倉別, "
-            u"原料入庫明細.原料代號, 原料入庫明細.數量, 原料入庫明細.備品, 原料入庫明細.入庫數量, 原料入庫明細.採購單號, "
-            u"原料入庫明細.採購序 from 原料入庫資料 inner join 原料入庫明細 on 原料入庫資料.入庫單號 = 原料入庫明細.入庫單號");
+        const Recordset rows = read(u"select 原料入庫資料.入庫單號, 原料入庫資料.類別, "
+                                    u"原料入庫資料.入庫日期, 原料入庫資料.單別, 原料入庫資料.倉別, "
+                                    u"原料入庫明細.原料代號, 原料入庫明細.數量, 原料入庫明細.備品, "
+                                    u"原料入庫明細.入庫數量, 原料入庫明細.採購單號, "
+                                    u"原料入庫明細.採購序 from 原料入庫資料 inner join 原料入庫明細 on "
+                                    u"原料入庫資料.入庫單號 = 原料入庫明細.入庫單號");
         result.receiptLines = rows.RecordCount();
         for (int row = 0; row < rows.RecordCount(); ++row) {
             const auto text = [&](int column) { return rows.textAt(row, column); };
@@ -104,7 +110,9 @@ private:
             if (const QString order = text(9), line = text(10); !order.isEmpty() && !line.isEmpty())
                 receivedOfOrderLine[joined({order, numberText(val(line))})] += quantity;
             const QString number = text(0), family = folded(text(1)), bin = text(4), item = text(5);
-            if (!movesStock(family) || (text(3).contains(u'退') && number.contains(u'T', Qt::CaseInsensitive))) continue;
+            if (!movesStock(family) ||
+                (text(3).contains(u'退') && number.contains(u'T', Qt::CaseInsensitive)))
+                continue;
             const double pieces = family == u"紙板" ? val(text(8)) : quantity + val(text(7));
             moves.push_back({family, folded(item), text(2).left(6), pieces});
             if (!bin.trimmed().isEmpty()) receivedOfBin[joined({family, item, bin, number})] += pieces;
@@ -118,10 +126,11 @@ private:
             for (int row = 0; row < known.RecordCount(); ++row)
                 deducted.insert(joined({known.textAt(row, 0), known.textAt(row, 1)}));
         }
-        const Recordset rows = read(
-            u"select 原料領料資料.領料單號, 原料領料明細.序, 原料領料資料.類別, 原料領料資料.領料日期, 原料領料資料.審單, "
-            u"原料領料明細.原料代號, 原料領料明細.實領數 from 原料領料資料 inner join 原料領料明細 "
-            u"on 原料領料資料.領料單號 = 原料領料明細.領料單號");
+        const Recordset rows =
+            read(u"select 原料領料資料.領料單號, 原料領料明細.序, 原料領料資料.類別, 原料領料資料.領料日期, "
+                 u"原料領料資料.審單, "
+                 u"原料領料明細.原料代號, 原料領料明細.實領數 from 原料領料資料 inner join 原料領料明細 "
+                 u"on 原料領料資料.領料單號 = 原料領料明細.領料單號");
         result.issueLines = rows.RecordCount();
         for (int row = 0; row < rows.RecordCount(); ++row) {
             const auto text = [&](int column) { return rows.textAt(row, column); };
@@ -129,7 +138,8 @@ private:
             const QString family = folded(text(2));
             issued[key] = {family, text(5), val(text(6))};
             const bool counts = !knowsDeductions || deducted.remove(key) || folded(text(4)) == u"y";
-            if (movesStock(family) && counts) moves.push_back({family, folded(text(5)), text(3).left(6), -val(text(6))});
+            if (movesStock(family) && counts)
+                moves.push_back({family, folded(text(5)), text(3).left(6), -val(text(6))});
         }
         for (const QString& key : deducted)
             differ(u"料務_扣庫存"_s, QString(key).replace(u'\x1f', u'/'), {}, {}, u"沒有這筆領料明細"_s);
@@ -137,7 +147,8 @@ private:
 
     void checkOrderLines() {
         const QString table = u"採購明細資料"_s;
-        const Recordset rows = read(u"select 採購單號, 序, 請購單號, 原料代號, 數量, 已入庫數, 未交數, 送清 from 採購明細資料");
+        const Recordset rows =
+            read(u"select 採購單號, 序, 請購單號, 原料代號, 數量, 已入庫數, 未交數, 送清 from 採購明細資料");
         result.orderLines = rows.RecordCount();
         for (int row = 0; row < rows.RecordCount(); ++row) {
             const auto text = [&](int column) { return rows.textAt(row, column); };
@@ -163,7 +174,8 @@ private:
         }
     }
 
-    void checkStock(const QString& family, const QString& table, const QString& key, const QString& closings) {
+    void checkStock(const QString& family, const QString& table, const QString& key,
+                    const QString& closings) {
         struct Balance {
             QString month;
             double stock = 0;
@@ -172,7 +184,8 @@ private:
         const Recordset closed = select(connection, sql(u"select 代號, 結轉月份, 結存 from [{}]", closings));
         for (int row = 0; row < closed.RecordCount(); ++row) {
             Balance& balance = balances[folded(closed.textAt(row, 0))];
-            if (closed.textAt(row, 1) >= balance.month) balance = {closed.textAt(row, 1), val(closed.textAt(row, 2))};
+            if (closed.textAt(row, 1) >= balance.month)
+                balance = {closed.textAt(row, 1), val(closed.textAt(row, 2))};
         }
         for (const StockMove& move : moves) {
             if (move.family != family) continue;
@@ -202,11 +215,13 @@ private:
             takenOfBin[joined({from->family, from->item, text(3), text(2)})] += val(text(4));
         }
         for (auto line = takenOfLine.cbegin(); line != takenOfLine.cend(); ++line)
-            if (const double quantity = issued[line.key()].quantity; line.value() > quantity && !same(line.value(), quantity))
-                differ(movesTable, QString(line.key()).replace(u'\x1f', u'/'), u"數量"_s, numberText(line.value()),
-                       u"至多 "_s + numberText(quantity));
+            if (const double quantity = issued[line.key()].quantity;
+                line.value() > quantity && !same(line.value(), quantity))
+                differ(movesTable, QString(line.key()).replace(u'\x1f', u'/'), u"數量"_s,
+                       numberText(line.value()), u"至多 "_s + numberText(quantity));
 
-        const Recordset rows = read(u"select 類別, 原料代號, 儲位, 入庫單號, 入庫數, 領料數 from 原料板位明細");
+        const Recordset rows =
+            read(u"select 類別, 原料代號, 儲位, 入庫單號, 入庫數, 領料數 from 原料板位明細");
         result.binRows = rows.RecordCount();
         for (int row = 0; row < rows.RecordCount(); ++row) {
             const auto text = [&](int column) { return rows.textAt(row, column); };
@@ -227,7 +242,8 @@ private:
             const double left = missing.value() - takenOfBin.value(missing.key());
             // A row that is used up may have been cleaned away.
             if (left > 0 && !same(left, 0))
-                differ(table, QString(missing.key()).replace(u'\x1f', u'/'), u"入庫數"_s, u"(無此筆)"_s, numberText(left));
+                differ(table, QString(missing.key()).replace(u'\x1f', u'/'), u"入庫數"_s, u"(無此筆)"_s,
+                       numberText(left));
         }
     }
 
@@ -241,10 +257,11 @@ private:
                                              {u"原料領料明細", u"原料領料資料", u"領料單號"}}};
         for (const Pair& pair : pairs) {
             const Recordset rows =
-                select(connection, sql(u"select distinct [{}].[{}] from [{}] left join [{}] on [{}].[{}] = [{}].[{}] "
-                                       u"where [{}].[{}] is null",
-                                       pair.lines, pair.key, pair.lines, pair.document, pair.document, pair.key, pair.lines,
-                                       pair.key, pair.document, pair.key));
+                select(connection,
+                       sql(u"select distinct [{}].[{}] from [{}] left join [{}] on [{}].[{}] = [{}].[{}] "
+                           u"where [{}].[{}] is null",
+                           pair.lines, pair.key, pair.lines, pair.document, pair.document, pair.key,
+                           pair.lines, pair.key, pair.document, pair.key));
             for (int row = 0; row < rows.RecordCount(); ++row)
                 differ(QString::fromUtf16(pair.lines), rows.textAt(row, 0), {}, {}, u"明細沒有單據表頭"_s);
         }
@@ -253,6 +270,8 @@ private:
 
 } // namespace
 
-PlantCheck checkPlant(Connection& connection) { return Check(connection).run(); }
+PlantCheck checkPlant(Connection& connection) {
+    return Check(connection).run();
+}
 
 } // namespace liaowu
