@@ -8,15 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template <typename T>
-int sizeOf(const std::vector<T>& list) {
-    return static_cast<int>(list.size());
-}
-
-QString padded(int number, int width) {
-    return u"%1"_s.arg(number, width, 10, QChar(u'0'));
-}
-
 /// Firms that do not exist: two syllables that no register would put side by side.
 QString firm(int number) {
     static const QString first = u"翎岱沐棠玥曜澄霖葦樺筠硯朔祈"_s;
@@ -57,7 +48,7 @@ void addVendors(Plant& plant, Dice& dice) {
          18,
          u"物料商"_s,
          u"有限公司"_s,
-         {u"油墨"_s, u"化工"_s, u"包材"_s, u"五金"_s, u"膠業"_s, u"企業"_s}},
+         {u"實業"_s, u"企業"_s, u"材料"_s, u"興業"_s, u"工業"_s, u"貿易"_s}},
         {Family::Paper, 6, u"紙品商"_s, u"股份有限公司"_s, {u"洋紙"_s, u"紙業"_s}},
         {Family::Plate, 4, u"凸版商"_s, u"有限公司"_s, {u"製版"_s, u"版材"_s}}};
     const std::vector<QString> surnames{u"王"_s, u"李"_s, u"劉"_s, u"曾"_s,
@@ -77,7 +68,8 @@ void addVendors(Plant& plant, Dice& dice) {
             vendor.kind = kind.kind;
             if (kind.family != Family::Board && i % 5 == 4) vendor.currency = 1 + dice.below(3);
             vendor.tax = vendor.currency == 0 ? u"5"_s : u"0"_s;
-            vendor.phone = u"0%1-2%2"_s.arg(dice.between(2, 7)).arg(padded(dice.below(1000000), 6));
+            // No exchange begins with two zeros: nobody is called by mistake.
+            vendor.phone = u"0%1-00%2"_s.arg(dice.between(2, 7)).arg(padded(dice.below(100000), 5));
             vendor.fax = vendor.phone.chopped(1) + QString::number(dice.below(10));
             vendor.contact = dice.pick(surnames) + (dice.chance(0.5) ? u"先生"_s : u"小姐"_s);
             vendor.payment = dice.chance(0.1) ? u"現金"_s : u"月結"_s;
@@ -114,6 +106,8 @@ void addItem(Plant& plant, Dice& dice, Item item, int vendor) {
     if (dice.chance(0.9)) item.opening = item.lot * dice.between(1, 40);
     item.stock = item.opening;
     plant.vendor(vendor).items.push_back(index);
+    Plant::Range& range = plant.ranges[item.family];
+    if (range.count++ == 0) range.first = index;
     plant.items.push_back(std::move(item));
 }
 

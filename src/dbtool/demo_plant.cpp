@@ -25,6 +25,10 @@ QString date8(const QDate& date) {
     return date.toString(u"yyyyMMdd"_s);
 }
 
+QString padded(int number, int width) {
+    return u"%1"_s.arg(number, width, 10, QChar(u'0'));
+}
+
 QString materialLetter(const Vendor& vendor, QChar letter) {
     if (vendor.family != Family::Board) return {};
     // Every vendor has letters of its own; the last digit of its code tells them apart.

@@ -134,6 +134,13 @@ ExitCode check(const Request& request, ConnectionPool& pool, QTextStream& out) {
     for (const QString& fault : faults)
         out << u"資料庫檔案:"_s << fault << u'\n';
     Connection connection(pool, request.connectionString);
+    // Figures and documents must be of one moment; a database that nobody can write to is always.
+    std::optional<Transaction> moment;
+    try {
+        moment.emplace(connection);
+    } catch (const DatabaseError& error) {
+        if (error.nativeError != DatabaseError::ReadOnly) throw;
+    }
     const PlantCheck result = checkPlant(connection);
     for (const Difference& difference : result.differences)
         out << difference.text() << u'\n';

@@ -2,7 +2,7 @@
 #include "data/number_text.h"
 #include "data/recordset.h"
 #include <QHash>
-#include <QSet>
+#include <QMap>
 #include <cmath>
 
 namespace liaowu {
@@ -23,11 +23,12 @@ QString folded(QString text) {
     return text.toCaseFolded();
 }
 
-QString joined(std::initializer_list<QString> parts) {
-    QString key;
+/// Key of a row whose key has several parts.
+QString joined(const QStringList& parts) {
+    QStringList keys;
     for (const QString& part : parts)
-        key += (key.isEmpty() ? QString() : QString(u'\x1f')) + folded(part);
-    return key;
+        keys << folded(part);
+    return keys.join(u'\x1f');
 }
 
 /// Sums of many decimals drift in their last bits.
@@ -43,6 +44,20 @@ bool hasTable(Connection& connection, const QString& table) {
         if (error.nativeError == DatabaseError::InvalidObject) return false;
         throw;
     }
+}
+
+/// A sum under a folded key, with the key as people wrote it.
+struct Named {
+    QString name;
+    double sum = 0;
+};
+/// Sorted, so that differences come in the same order every time.
+using NamedSums = QMap<QString, Named>;
+
+void addTo(NamedSums& sums, const QStringList& key, double amount) {
+    Named& entry = sums[joined(key)];
+    if (entry.name.isEmpty()) entry.name = key.join(u'/');
+    entry.sum += amount;
 }
 
 struct StockMove {
@@ -74,7 +89,8 @@ private:
     Connection& connection;
     const bool knowsDeductions;
     PlantCheck result;
-    QHash<QString, double> receivedOfOrderLine, orderedOfRequisitionLine, receivedOfBin;
+    QHash<QString, double> receivedOfOrderLine, orderedOfRequisitionLine;
+    NamedSums receivedOfBin;
     std::vector<StockMove> moves;
     /// By document and line: what bins are reckoned by.
     struct IssuedLine {
@@ -115,16 +131,16 @@ private:
                 continue;
             const double pieces = family == u"紙板" ? val(text(8)) : quantity + val(text(7));
             moves.push_back({family, folded(item), text(2).left(6), pieces});
-            if (!bin.trimmed().isEmpty()) receivedOfBin[joined({family, item, bin, number})] += pieces;
+            if (!bin.trimmed().isEmpty()) addTo(receivedOfBin, {family, item, bin, number}, pieces);
         }
     }
 
     void readIssues() {
-        QSet<QString> deducted;
+        NamedSums deducted;
         if (knowsDeductions) {
             const Recordset known = read(u"select 領料單號, 序 from 料務_扣庫存");
             for (int row = 0; row < known.RecordCount(); ++row)
-                deducted.insert(joined({known.textAt(row, 0), known.textAt(row, 1)}));
+                addTo(deducted, {known.textAt(row, 0), known.textAt(row, 1)}, 1);
         }
         const Recordset rows =
             read(u"select 原料領料資料.領料單號, 原料領料明細.序, 原料領料資料.類別, 原料領料資料.領料日期, "
@@ -137,12 +153,12 @@ private:
             const QString key = joined({text(0), text(1)});
             const QString family = folded(text(2));
             issued[key] = {family, text(5), val(text(6))};
-            const bool counts = !knowsDeductions || deducted.remove(key) || folded(text(4)) == u"y";
+            const bool counts = !knowsDeductions || deducted.remove(key) > 0 || folded(text(4)) == u"y";
             if (movesStock(family) && counts)
                 moves.push_back({family, folded(text(5)), text(3).left(6), -val(text(6))});
         }
-        for (const QString& key : deducted)
-            differ(u"料務_扣庫存"_s, QString(key).replace(u'\x1f', u'/'), {}, {}, u"沒有這筆領料明細"_s);
+        for (const Named& row : deducted)
+            differ(u"料務_扣庫存"_s, row.name, {}, {}, u"沒有這筆領料明細"_s);
     }
 
     void checkOrderLines() {
@@ -200,33 +216,15 @@ private:
     }
 
     void checkBins() {
-        const QString movesTable = u"料務_板位異動"_s, table = u"原料板位明細"_s;
-        QHash<QString, double> takenOfBin, takenOfLine;
-        const Recordset takes = read(u"select 領料單號, 序, 入庫單號, 儲位, 數量 from 料務_板位異動");
-        for (int row = 0; row < takes.RecordCount(); ++row) {
-            const auto text = [&](int column) { return takes.textAt(row, column); };
-            const QString line = joined({text(0), text(1)});
-            const auto from = issued.constFind(line);
-            if (from == issued.cend()) {
-                differ(movesTable, text(0) + u'/' + text(1), {}, {}, u"沒有這筆領料明細"_s);
-                continue;
-            }
-            takenOfLine[line] += val(text(4));
-            takenOfBin[joined({from->family, from->item, text(3), text(2)})] += val(text(4));
-        }
-        for (auto line = takenOfLine.cbegin(); line != takenOfLine.cend(); ++line)
-            if (const double quantity = issued[line.key()].quantity;
-                line.value() > quantity && !same(line.value(), quantity))
-                differ(movesTable, QString(line.key()).replace(u'\x1f', u'/'), u"數量"_s,
-                       numberText(line.value()), u"至多 "_s + numberText(quantity));
-
+        const QHash<QString, double> takenOfBin = checkBinMoves();
+        const QString table = u"原料板位明細"_s;
         const Recordset rows =
             read(u"select 類別, 原料代號, 儲位, 入庫單號, 入庫數, 領料數 from 原料板位明細");
         result.binRows = rows.RecordCount();
         for (int row = 0; row < rows.RecordCount(); ++row) {
             const auto text = [&](int column) { return rows.textAt(row, column); };
-            const QString key = joined({text(0), text(1), text(2), text(3)});
-            const QString name = QStringList{text(0), text(1), text(2), text(3)}.join(u'/');
+            const QStringList parts{text(0), text(1), text(2), text(3)};
+            const QString key = joined(parts), name = parts.join(u'/');
             const auto received = receivedOfBin.constFind(key);
             if (received == receivedOfBin.cend()) {
                 // Paper and plates post nothing here: their rows are another module's.
@@ -234,17 +232,40 @@ private:
                 continue;
             }
             const double taken = takenOfBin.value(key);
-            compare(table, name, u"入庫數"_s, text(4), *received - taken);
+            compare(table, name, u"入庫數"_s, text(4), received->sum - taken);
             compare(table, name, u"領料數"_s, text(5), taken);
             receivedOfBin.erase(received);
         }
         for (auto missing = receivedOfBin.cbegin(); missing != receivedOfBin.cend(); ++missing) {
-            const double left = missing.value() - takenOfBin.value(missing.key());
+            const double left = missing->sum - takenOfBin.value(missing.key());
             // A row that is used up may have been cleaned away.
             if (left > 0 && !same(left, 0))
-                differ(table, QString(missing.key()).replace(u'\x1f', u'/'), u"入庫數"_s, u"(無此筆)"_s,
-                       numberText(left));
+                differ(table, missing->name, u"入庫數"_s, u"(無此筆)"_s, numberText(left));
         }
+    }
+
+    /// What issues took from each bin row, by its key. No line may have taken more than it issued.
+    QHash<QString, double> checkBinMoves() {
+        const QString table = u"料務_板位異動"_s;
+        QHash<QString, double> takenOfBin;
+        NamedSums takenOfLine;
+        const Recordset rows = read(u"select 領料單號, 序, 入庫單號, 儲位, 數量 from 料務_板位異動");
+        for (int row = 0; row < rows.RecordCount(); ++row) {
+            const auto text = [&](int column) { return rows.textAt(row, column); };
+            const QStringList line{text(0), text(1)};
+            const auto from = issued.constFind(joined(line));
+            if (from == issued.cend()) {
+                differ(table, line.join(u'/'), {}, {}, u"沒有這筆領料明細"_s);
+                continue;
+            }
+            addTo(takenOfLine, line, val(text(4)));
+            takenOfBin[joined({from->family, from->item, text(3), text(2)})] += val(text(4));
+        }
+        for (auto taken = takenOfLine.cbegin(); taken != takenOfLine.cend(); ++taken)
+            if (const double most = issued[taken.key()].quantity;
+                taken->sum > most && !same(taken->sum, most))
+                differ(table, taken->name, u"數量"_s, numberText(taken->sum), u"至多 "_s + numberText(most));
+        return takenOfBin;
     }
 
     void checkOrphans() {

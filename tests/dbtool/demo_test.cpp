@@ -13,10 +13,7 @@ using namespace Qt::StringLiterals;
 /// A demo plant of a twentieth of the usual size.
 class DemoDatabase : public PlantDatabase {
 public:
-    DemoDatabase() {
-        pool.setClock(QDateTime(demo::Today, QTime(8, 30)));
-        summary = createDemo(pool, target, 0.05);
-    }
+    DemoDatabase() { summary = createDemo(pool, target, 0.05); }
     int count(QStringView statement) { return rows(statement).value(0).toInt(); }
     DemoSummary summary;
 };
@@ -55,6 +52,23 @@ TEST(Demo, AgreesWithItsDocuments) {
     EXPECT_GT(result.orderLines, 100);
     EXPECT_GT(result.binRows, 10);
     EXPECT_EQ(plant.summary.orders, 100);
+}
+
+// The view over the documents must tell the same story as the stock figures.
+TEST(Demo, MovementsSinceTheClosingMakeUpTheStock) {
+    DemoDatabase plant;
+    for (const auto& [table, key, closing] : {std::tuple(u"浪紙資料"_s, u"浪紙代號"_s, u"盤點結轉_浪紙"_s),
+                                              std::tuple(u"物料資料"_s, u"物料代號"_s, u"盤點結轉_物料"_s)}) {
+        const QStringList strays = plant.rowsOf(
+            u"select [%1].[%2], 庫存, 結存, 數量和 from [%1] inner join [%3] on [%3].代號 = [%1].[%2] and "
+            u"結轉月份 = '202411' "
+            u"left join (select 代號, sum(cast(數量 as float)) as 數量和 from 原料異動明細 where "
+            u"left(異動日期,6) > '202411' "
+            u"group by 代號) as 異動 on 異動.代號 = [%1].[%2] "
+            u"where abs(cast(庫存 as float) - cast(結存 as float) - isnull(數量和, 0)) > 0.001"_s.arg(
+                table, key, closing));
+        EXPECT_TRUE(strays.isEmpty()) << strays.join(u'\n').toStdString();
+    }
 }
 
 // What screens and tests count on finding.

@@ -4,10 +4,13 @@
 
 namespace liaowu {
 
-/// A database with all tables of the plant and no row.
+/// A database with all tables of the plant and no row. Its clock stands still.
 class PlantDatabase : public TestDatabase {
 public:
-    PlantDatabase() { createSchema(pool, target); }
+    PlantDatabase() {
+        pool.setClock(QDateTime(QDate(2025, 1, 15), QTime(8, 30)));
+        createSchema(pool, target);
+    }
 
     /// Rows as texts joined by "|".
     QStringList rows(QStringView statement) { return rowsOf(statement.toString()); }

@@ -70,6 +70,26 @@ TEST(Schema, BulkFillingLeavesTheIndexesForLater) {
     EXPECT_EQ(shapeOf(plant.file), shapeOf(whole.file));
 }
 
+TEST(Schema, AFailureOnTheWayLeavesNoTable) {
+    int calls = 0;
+    {
+        TestDatabase plant;
+        plant.pool.failAt(0);
+        createSchema(plant.pool, plant.target);
+        calls = plant.pool.callCount();
+    }
+    ASSERT_GT(calls, 100);
+    for (const int call : {1, 2, 3, calls / 2, calls - 1, calls}) {
+        TestDatabase plant;
+        plant.pool.failAt(call);
+        EXPECT_EQ(errorOf([&] { createSchema(plant.pool, plant.target); }), DatabaseError::Injected) << call;
+        plant.pool.failAt(0);
+        EXPECT_EQ(shapeOf(plant.file), QStringList()) << call;
+        createSchema(plant.pool, plant.target);
+        EXPECT_EQ(plant.value(u"select count(*) from 料務_版本"), u"1");
+    }
+}
+
 TEST(Schema, ADatabaseOfVersionOneBecomesTodays) {
     TestDatabase old;
     QFile dump(QStringLiteral(LIAOWU_SOURCE_DIR "/tests/data/schema/versions/version1.sql"));
