@@ -17,9 +17,10 @@ enum class Type { Unknown, Text, Float, Integer, DateTime };
 /// A literal taken out of a statement: what is bound in its place.
 struct Literal {
     enum class Kind { Null, Text, Float, Integer } kind = Kind::Null;
-    QString text;
+    QString text; ///< of a Float: its digits as written
     double number = 0;
     qint64 integer = 0;
+    int length = 0; ///< characters that the literal took in its statement
 };
 
 /// A statement with its literals lifted, so that all statements of one shape share one translation. Positions in
@@ -39,7 +40,8 @@ struct Parameter {
     enum class Use {
         AsIs,
         LikeLower, ///< the fixed prefix of a like pattern
-        LikeUpper  ///< the least text above every text with that prefix
+        LikeUpper, ///< a text above every text with that prefix
+        Spelling   ///< the digits of a Float as written, a Text
     };
     int literal = 0;
     Use use = Use::AsIs;
@@ -54,9 +56,10 @@ struct ResultColumn {
 struct Translation {
     enum class Kind { Select, Insert, Update, Delete, Schema, Batch };
     Kind kind = Kind::Select;
-    QByteArray native; ///< UTF-8; several statements of a Batch are separated by ";\n"
+    QByteArray native; ///< UTF-8; several statements of a Batch are separated by ";\n" and number their
+        ///< parameters through: bind to each the first `sqlite3_bind_parameter_count` of `parameters`
     std::vector<Parameter> parameters;
-    std::vector<ResultColumn> columns; ///< of a select
+    std::vector<ResultColumn> columns; ///< of a select, or of the select that ends a Batch
     QString baseTable;                 ///< of a select over one table: where its rows can be written
 };
 
@@ -70,6 +73,7 @@ struct TableColumn {
 struct TableInfo {
     QString name;
     std::vector<TableColumn> columns;
+    bool view = false;
 };
 class Catalog {
 public:
