@@ -67,6 +67,16 @@ void readRow(sqlite3_stmt* statement, int columns, RowBlock& rows) {
     }
 }
 
+/// Reads from the row on that `code` tells of to the end.
+void readRest(sqlite3_stmt* statement, int code, RowBlock& rows) {
+    const int columns = sqlite3_column_count(statement);
+    rows.reset(columns);
+    for (; code == SQLITE_ROW; code = sqlite3_step(statement))
+        readRow(statement, columns, rows);
+    if (code != SQLITE_DONE) throw engineError(sqlite3_db_handle(statement));
+    rows.finish();
+}
+
 QByteArray quoted(const QString& name) {
     return '"' + name.toUtf8().replace("\"", "\"\"") + '"';
 }
@@ -235,9 +245,8 @@ EmbeddedConnection::CachedShape& EmbeddedConnection::shapeOf(const dialect::Lift
     if (CachedShape* known = shapes.object(lifted.shape)) return *known;
     unkept = std::make_unique<CachedShape>();
     unkept->translation = dialect::translate(lifted, *catalog);
+    if (!unkept->translation.columns.empty()) unkept->result = resultOf(unkept->translation);
     if (!isKept(unkept->translation)) return *unkept;
-    if (unkept->translation.kind == dialect::Translation::Kind::Select)
-        unkept->result = resultOf(unkept->translation);
     const QByteArray& native = unkept->translation.native;
     unkept->statement = prepare(native.constData(), static_cast<int>(native.size()));
     CachedShape* kept = unkept.release();
@@ -246,12 +255,15 @@ EmbeddedConnection::CachedShape& EmbeddedConnection::shapeOf(const dialect::Lift
 }
 
 EmbeddedConnection::Bindings EmbeddedConnection::bind(sqlite3_stmt* statement,
-                                                      const dialect::Parameter* parameters, int count,
+                                                      const dialect::Translation& translation,
                                                       const dialect::Lifted& lifted) const {
     Bindings bindings(statement);
     QStringList values;
-    for (int i = 0; i < count; ++i) {
-        const Literal value = dialect::valueOf(parameters[i], lifted);
+    // Marks are numbered over the whole translation, so a part of a batch skips those of the parts before it.
+    const int marks = sqlite3_bind_parameter_count(statement);
+    for (int i = 0; i < marks; ++i) {
+        const Literal value =
+            dialect::valueOf(translation.parameters.at(static_cast<std::size_t>(i)), lifted);
         bindings.add(value);
         if (tracing()) values += traceText(value);
     }
@@ -266,32 +278,28 @@ qint64 EmbeddedConnection::doExecute(const QString& statement) {
     std::unique_ptr<CachedShape> unkept;
     const CachedShape& cached = shapeOf(lifted, unkept);
     if (!cached.statement) {
-        const qint64 touched = runBatch(cached.translation, lifted);
-        forgetOldSchema();
-        return touched;
+        RowBlock dropped;
+        return runBatch(cached.translation, lifted, dropped);
     }
     const ResetAtEnd reset(cached.statement.get());
-    const auto& parameters = cached.translation.parameters;
-    const Bindings bindings =
-        bind(cached.statement.get(), parameters.data(), static_cast<int>(parameters.size()), lifted);
+    const Bindings bindings = bind(cached.statement.get(), cached.translation, lifted);
     finish(cached.statement.get());
     return cached.result ? 0 : sqlite3_changes64(handle());
 }
 
-qint64 EmbeddedConnection::runBatch(const dialect::Translation& translation, const dialect::Lifted& lifted) {
+qint64 EmbeddedConnection::runBatch(const dialect::Translation& translation, const dialect::Lifted& lifted,
+                                    RowBlock& rows) {
     const char* next = translation.native.constData();
     const char* const end = next + translation.native.size();
-    const dialect::Parameter* parameter = translation.parameters.data();
     const qint64 before = sqlite3_total_changes64(handle());
     while (next < end) {
         // Each is prepared when its turn comes: it may need the table that the one before it makes.
         const Statement statement = prepare(next, static_cast<int>(end - next), &next);
         if (!statement) continue;
-        const int count = sqlite3_bind_parameter_count(statement.get());
-        const Bindings bindings = bind(statement.get(), parameter, count, lifted);
-        parameter += count;
-        finish(statement.get());
+        const Bindings bindings = bind(statement.get(), translation, lifted);
+        readRest(statement.get(), sqlite3_step(statement.get()), rows);
     }
+    forgetOldSchema();
     return sqlite3_total_changes64(handle()) - before;
 }
 
@@ -310,11 +318,14 @@ ShapePointer EmbeddedConnection::readOnce(const dialect::Lifted& lifted, RowBloc
     std::unique_ptr<CachedShape> unkept;
     const CachedShape& cached = shapeOf(lifted, unkept);
     if (!cached.result) throw DatabaseError(DatabaseError::Usage, u"此敘述不是查詢,沒有資料可讀!"_s);
+    if (!cached.statement) {
+        runBatch(cached.translation, lifted, rows);
+        return cached.result;
+    }
     sqlite3_stmt* const statement = cached.statement.get();
     const ResetAtEnd reset(statement);
-    const auto& parameters = cached.translation.parameters;
-    const Bindings bindings = bind(statement, parameters.data(), static_cast<int>(parameters.size()), lifted);
-    int code = sqlite3_step(statement);
+    const Bindings bindings = bind(statement, cached.translation, lifted);
+    const int code = sqlite3_step(statement);
     // A schema that another user changed shows only now, when the engine has prepared the statement anew or failed to.
     const bool suspicious = (code != SQLITE_ROW && code != SQLITE_DONE) ||
                             sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 1) != 0;
@@ -323,12 +334,7 @@ ShapePointer EmbeddedConnection::readOnce(const dialect::Lifted& lifted, RowBloc
         if (schemaNow() != knownSchema) return nullptr;
         if (code != SQLITE_ROW && code != SQLITE_DONE) throw failure;
     }
-    const int columns = sqlite3_column_count(statement);
-    rows.reset(columns);
-    for (; code == SQLITE_ROW; code = sqlite3_step(statement))
-        readRow(statement, columns, rows);
-    if (code != SQLITE_DONE) throw engineError(handle());
-    rows.finish();
+    readRest(statement, code, rows);
     return cached.result;
 }
 

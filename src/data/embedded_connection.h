@@ -51,9 +51,10 @@ private:
     CachedShape& shapeOf(const dialect::Lifted& lifted, std::unique_ptr<CachedShape>& unkept);
     ShapePointer resultOf(const dialect::Translation& translation) const;
     /// Binds the lifted values, and traces. What it gives must outlive the run.
-    Bindings bind(sqlite3_stmt* statement, const dialect::Parameter* parameters, int count,
+    Bindings bind(sqlite3_stmt* statement, const dialect::Translation& translation,
                   const dialect::Lifted& lifted) const;
-    qint64 runBatch(const dialect::Translation& translation, const dialect::Lifted& lifted);
+    /// Gives the rows touched; `rows` get those of the select that ends the batch.
+    qint64 runBatch(const dialect::Translation& translation, const dialect::Lifted& lifted, RowBlock& rows);
     /// Null when the schema changed since the translation was made.
     ShapePointer readOnce(const dialect::Lifted& lifted, RowBlock& rows);
     sqlite3_stmt* writer(const QByteArray& native);

@@ -63,8 +63,11 @@ Type typeOf(const QMetaType& type) {
 
 std::shared_ptr<ResultShape> shapeOf(const QSqlRecord& record) {
     auto shape = std::make_shared<ResultShape>();
-    for (int i = 0; i < record.count(); ++i)
-        shape->fields.push_back({record.fieldName(i), typeOf(record.field(i).metaType()), {}});
+    for (int i = 0; i < record.count(); ++i) {
+        // Some drivers give a name's length in bytes of another encoding: what follows its end is rubbish.
+        const QString name = record.fieldName(i).section(QChar(u'\0'), 0, 0);
+        shape->fields.push_back({name, typeOf(record.field(i).metaType()), {}});
+    }
     return shape;
 }
 

@@ -149,14 +149,16 @@ struct Recordset::Private {
         return physical;
     }
 
+    /// A failure leaves all as it was.
     void start(Connection& on) {
+        RowBlock fresh;
+        shape = writes() ? on.physical().describe(statement) : on.physical().read(statement, fresh);
+        rows = std::move(fresh);
         lease = on.lease();
-        rows.reset(0);
         changed.clear();
         added.clear();
         position = 0;
         loaded = !writes();
-        shape = writes() ? on.physical().describe(statement) : on.physical().read(statement, rows);
         open = true;
     }
 

@@ -14,6 +14,8 @@ bool isAscii(QStringView text) {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
 }
 
+bool isNamePart(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'@' || c == u'#' || c == u'$'; }
+
 /// Writes one statement from left to right; `at` is always the next character of the template.
 class Filler {
 public:
@@ -70,7 +72,11 @@ private:
             }
         }
         // Without the prefix the server squeezes the literal through its code page and loses characters.
-        if (!hasPrefix && !isAscii(content)) out += u'N';
+        if (!hasPrefix && !isAscii(content)) {
+            // like'...' would become a name.
+            if (!out.isEmpty() && isNamePart(out.back())) out += u' ';
+            out += u'N';
+        }
         out += u'\'' + content + u'\'';
     }
 
@@ -78,8 +84,7 @@ private:
     bool prefixed() const {
         if (!out.endsWith(u'N') && !out.endsWith(u'n')) return false;
         if (out.size() == 1) return true;
-        const QChar before = out[out.size() - 2];
-        return !before.isLetterOrNumber() && before != u'_' && before != u'@' && before != u'#';
+        return !isNamePart(out[out.size() - 2]);
     }
 
     void name() {

@@ -1,0 +1,80 @@
+#pragma once
+#include "data/connection.h"
+#include "data/connection_pool.h"
+#include "data/connection_string.h"
+#include "data/recordset.h"
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <ostream>
+#include <sqlite3.h>
+
+// Texts in failed checks are read by people.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
+namespace liaowu {
+
+/// A file of the embedded engine that goes with the test.
+class TestDatabase {
+public:
+    TestDatabase() {
+        QFile created(file);
+        if (!created.open(QIODevice::WriteOnly)) throw std::runtime_error("no temporary file");
+    }
+
+    void run(std::initializer_list<const char16_t*> statements) {
+        Connection connection(pool, target);
+        for (const char16_t* statement : statements)
+            connection.Execute(readyMadeSql(QString::fromUtf16(statement)));
+    }
+
+    /// First field of the first row; "(none)" without rows.
+    QString value(const char16_t* statement) {
+        Connection connection(pool, target);
+        const Recordset rows = select(connection, readyMadeSql(QString::fromUtf16(statement)));
+        return rows.EOF_() ? QStringLiteral("(none)") : rows.text(0);
+    }
+
+    QTemporaryDir folder;
+    QString file = folder.filePath(QStringLiteral("plant.db"));
+    QString target = connectionStringFor(file);
+    ConnectionPool pool;
+};
+
+/// Another program's handle on the same file.
+class OtherUser {
+public:
+    explicit OtherUser(const QString& file) {
+        if (sqlite3_open(file.toUtf8().constData(), &handle) != SQLITE_OK)
+            throw std::runtime_error("cannot open");
+    }
+    ~OtherUser() { sqlite3_close(handle); }
+    OtherUser(const OtherUser&) = delete;
+    OtherUser& operator=(const OtherUser&) = delete;
+
+    void run(const char* statement) {
+        char* message = nullptr;
+        if (sqlite3_exec(handle, statement, nullptr, nullptr, &message) == SQLITE_OK) return;
+        const std::string text = message ? message : "failed";
+        sqlite3_free(message);
+        throw std::runtime_error(text);
+    }
+
+    sqlite3* handle = nullptr;
+};
+
+/// Number of the `DatabaseError` that `deed` throws, 0 when it throws none; `text` gets its text.
+template <typename Deed>
+int errorOf(Deed deed, QString* text = nullptr) {
+    try {
+        deed();
+    } catch (const DatabaseError& error) {
+        if (text) *text = error.text;
+        return error.nativeError;
+    }
+    return 0;
+}
+
+} // namespace liaowu
