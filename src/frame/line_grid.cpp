@@ -114,13 +114,13 @@ void LineGrid::prepareGrid(std::vector<LineColumn> columns, int depth) {
 int LineGrid::column(const QString& title) const {
     const auto& columns = model_.columns();
     for (size_t i = 0; i < columns.size(); ++i)
-        if (columns[i].title == title) return static_cast<int>(i);
+        if (columns[i].title == title || columns[i].shown == title) return static_cast<int>(i);
     throw std::logic_error("no column " + title.toStdString());
 }
 
 QStringList LineGrid::titles() const {
     QStringList result;
-    for (const LineColumn& column : model_.columns()) result << column.title;
+    for (const LineColumn& column : model_.columns()) result << (column.shown.isEmpty() ? column.title : column.shown);
     return result;
 }
 
