@@ -44,6 +44,7 @@ public:
         const int key = static_cast<QKeyEvent*>(event)->key();
         switch (key) {
         case Qt::Key_Escape:
+            grid->editor = nullptr;
             Q_EMIT closeEditor(field, RevertModelCache);
             grid->setFocus();
             return true;
@@ -56,6 +57,7 @@ public:
         case Qt::Key_F6:
         case Qt::Key_F7:
         case Qt::Key_F9: {
+            grid->editor = nullptr;
             Q_EMIT commitData(field);
             Q_EMIT closeEditor(field, NoHint);
             grid->setFocus();
@@ -73,6 +75,7 @@ private:
 
 LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QTableView(parent), messages(channel) {
     setObjectName(name);
+    list = new QListWidget(this);
     setModel(&model_);
     setItemDelegate(new LineDelegate(this));
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -85,7 +88,6 @@ LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QT
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumWidth(34);
     horizontalHeader()->setHighlightSections(false);
-    list = new QListWidget(this);
     list->setObjectName(name + u"清單"_s);
     list->setProperty("ownsEscape", true);
     list->hide();
@@ -166,7 +168,10 @@ bool LineGrid::rowFilled(int row) const {
 bool LineGrid::previousRowFilled(int row) const { return row <= 1 || rowFilled(row - 1); }
 
 void LineGrid::clearGrid() {
-    if (editor) closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+    if (EntryField* field = editor) {
+        editor = nullptr;
+        closeEditor(field, QAbstractItemDelegate::RevertModelCache);
+    }
     speeches.clear();
     hideList();
     model_.clearRows(0);
@@ -254,9 +259,9 @@ void LineGrid::flushSpeech() {
 void LineGrid::endEdit() {
     if (editor) {
         EntryField* field = editor;
+        editor = nullptr;
         commitData(field);
         closeEditor(field, QAbstractItemDelegate::NoHint);
-        editor = nullptr;
     }
     hideList();
     flushSpeech();

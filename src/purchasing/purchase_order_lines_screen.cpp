@@ -270,6 +270,7 @@ bool frm採購作業系統::resolveCode(int row, const QString& code) {
 // ---- what follows the cursor ----
 
 void frm採購作業系統::cellEntered(int row, const QString& title) {
+    if (fml明細->hasFocus()) notesPanel->hide();
     button(this, u"scmd輔助"_s)->setEnabled(title == u"代號" || title == u"申購單號" || title == u"工單單號");
     label(this, u"pic提示"_s)->setVisible(title == u"單價");
     // The formula's text holds the price.

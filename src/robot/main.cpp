@@ -3,6 +3,8 @@
 #include "robot/robot_stage.h"
 #include <QApplication>
 #include <QFile>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <cstdio>
 
@@ -34,6 +36,10 @@ int main(int argc, char** argv) {
         return 2;
     }
     if (!show) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A place of its own keeps the platform quiet where nobody is logged in.
+    const QTemporaryDir runtime;
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
     QApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
     applyLook(application);

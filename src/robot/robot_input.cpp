@@ -21,7 +21,6 @@ void settle() {
 void activate(QWidget* window) {
     window = window->window();
     if (QApplication::activeWindow() == window) return;
-    window->raise();
     window->activateWindow();
     QApplication::setActiveWindow(window);
     settle();

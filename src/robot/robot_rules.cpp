@@ -1,6 +1,7 @@
 #include "common/currency.h"
 #include "common/phrases.h"
 #include "common/text_values.h"
+#include "data/connection.h"
 #include "formula/calculator.h"
 #include "formula/evaluator.h"
 #include "robot/robot_stage.h"

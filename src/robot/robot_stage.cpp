@@ -34,7 +34,7 @@ function onWindow(name, fn) { stage.onWindow(name, fn); }
 function onFile(path) { stage.onFile(path); }
 function tolerate(on) { stage.tolerate(on); }
 function messages() { return stage.messages(); }
-const db = {
+var db = {
     query: sql => stage.query("", sql), execute: sql => stage.execute("", sql),
     at: c => ({ query: sql => stage.query(c, sql), execute: sql => stage.execute(c, sql) }) };
 function session(field) { return stage.sessionField(field); }
@@ -47,7 +47,7 @@ function check(condition, what) { stage.result(!!condition, String(what), new Er
 function equal(actual, expected, what) {
     const a = JSON.stringify(actual), e = JSON.stringify(expected);
     stage.result(a === e, what + (a === e ? "" : ": got " + a + ", expected " + e), new Error().stack); }
-const rule = new Proxy({}, { get: (target, name) => (...args) => stage.rule(name, args) });
+var rule = new Proxy({}, { get: (target, name) => (...args) => stage.rule(name, args) });
 )JS";
 
 /// Texts of the fields that scripts ask for.
