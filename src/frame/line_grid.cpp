@@ -44,7 +44,6 @@ public:
         const int key = static_cast<QKeyEvent*>(event)->key();
         switch (key) {
         case Qt::Key_Escape:
-            grid->editor = nullptr;
             Q_EMIT closeEditor(field, RevertModelCache);
             grid->setFocus();
             return true;
@@ -57,7 +56,6 @@ public:
         case Qt::Key_F6:
         case Qt::Key_F7:
         case Qt::Key_F9: {
-            grid->editor = nullptr;
             Q_EMIT commitData(field);
             Q_EMIT closeEditor(field, NoHint);
             grid->setFocus();
@@ -88,6 +86,8 @@ LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QT
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumWidth(34);
     horizontalHeader()->setHighlightSections(false);
+    // On whichever way an editor closes, it is no longer open.
+    connect(itemDelegate(), &QAbstractItemDelegate::closeEditor, this, [this] { editor = nullptr; });
     list->setObjectName(name + u"清單"_s);
     list->setProperty("ownsEscape", true);
     list->hide();
