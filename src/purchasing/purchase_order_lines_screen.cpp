@@ -142,9 +142,13 @@ void frm採購作業系統::recalculate(int row, bool late) {
 }
 
 void frm採購作業系統::showTotal() {
-    const double total = orderTotal(linesOnScreen(), canSeePrice);
-    entry(this, u"txt合計備用"_s)->setText(numberText(total));
-    label(this, u"txt合計"_s)->setText(canSeePrice ? formatAmount(format(total, u"0.00")) : MaskedMoney);
+    putTotal(numberText(orderTotal(linesOnScreen(), canSeePrice)));
+}
+
+void frm採購作業系統::putTotal(const QString& total) {
+    entry(this, u"txt合計備用"_s)->setText(total);
+    entry(this, u"txt合計"_s)->setText(canSeePrice ? total : MaskedMoney);
+    label(this, u"lbl合計金額"_s)->setText(canSeePrice ? format(val(total), u"###,###,##0.00") : MaskedMoney);
     const QString currency = combo(this, u"cbo幣別"_s)->currentText();
     label(this, u"lbl合計"_s)->setText(currency.isEmpty() ? u"合計:"_s : u"合計 (%1):"_s.arg(currency));
 }

@@ -141,7 +141,7 @@ void WindowHandle::click(const QString& name) {
 }
 
 void WindowHandle::choose(const QString& name, const QJSValue& item) {
-    QWidget* target = control(item.isUndefined() ? name : name);
+    QWidget* target = control(name);
     if (!target) return;
     attempt([&] {
         if (auto* list = qobject_cast<QComboBox*>(target)) {
