@@ -269,8 +269,6 @@ void Lifter::keyword(quint64 key) {
         break;
     case word("nvarchar"):
     case word("varchar"):
-    case word("nchar"):
-    case word("char"):
     case word("float"):
     case word("decimal"):
     case word("numeric"):

@@ -47,7 +47,7 @@ void Parser::unexpected() const {
     // At the end the server names the last thing that it read.
     if (token.kind == Token::Kind::End) {
         const QString last = tokens.size() > 1 ? tokens[tokens.size() - 2].text : QString();
-        refuse(token.offset, u"Incorrect syntax near '%1': the statement ends too early."_s.arg(last));
+        refuse(token.offset, u"Incorrect syntax near '%1'."_s.arg(last));
     }
     const QString near = token.kind == Token::Kind::Parameter ? u"a literal"_s : u"'%1'"_s.arg(token.text);
     refuse(token.offset, u"Incorrect syntax near %1."_s.arg(near));

@@ -306,15 +306,16 @@ ExprPtr Parser::call() {
     if (!isSymbol(u"(", last + 1)) return column();
     ExprPtr result = make(Expr::Kind::Call);
     if (sided) {
-        result->name = next().text.toLower();
+        result->written = next().text;
     } else {
         while (last > 0) {
             result->qualifier = name();
             next();
             last -= 2;
         }
-        result->name = name().toLower();
+        result->written = name();
     }
+    result->name = result->written.toLower();
     next();
     if (result->qualifier.isEmpty() && isAggregateName(result->name)) {
         result->kind = Expr::Kind::Aggregate;
