@@ -1,3 +1,4 @@
+-- A database of version 1 without rows, as the embedded engine keeps it. Never changed again once a version 2 exists.
 CREATE TABLE "使用者資料" (
   "使用者" TEXT COLLATE LIAOWU NOT NULL,
   "管理者" TEXT COLLATE LIAOWU DEFAULT '',
