@@ -222,7 +222,7 @@ TEST_F(DialectStatements, OwnStatementsTranslateAndRun) {
 
 TEST_F(DialectStatements, AnyTextTranslatesOrIsRefused) {
     Mutations mutations(ownStatements());
-    constexpr int count = 120000;
+    constexpr int count = 100000;
     int translations = 0;
     int surprises = 0;
     for (int i = 0; i < count && surprises < 5; ++i) {
