@@ -16,6 +16,8 @@ public:
     /// Yes or no; `defaultYes` is what Enter answers, and what a closed box means is always no.
     virtual bool ask(const QString& title, const QString& text, bool defaultYes = true) = 0;
     virtual void notice(const QString& text) = 0;
+    /// The wait cursor, counted.
+    virtual void busy(bool) {}
 
 protected:
     virtual void show(Icon icon, const QString& title, const QString& text) = 0;

@@ -38,7 +38,8 @@ struct Expr {
     };
     Kind kind = Kind::Null;
     qsizetype offset = 0;
-    QString name;
+    QString name;    ///< of a function in lower case
+    QString written; ///< of a function as the statement has it
     QString qualifier;
     std::vector<std::unique_ptr<Expr>> items;
     std::unique_ptr<Expr> base;

@@ -229,15 +229,11 @@ Sql Emitter::conversion(Expr& expr) {
     const Sql from = value(inner);
     const TypeName& to = expr.type;
     if (to.type != ValueType::Text) {
-        if (sameName(to.name, u"bit"))
-            refuse(expr.offset, u"The type bit is not covered by the embedded engine here."_s);
         if (to.type == ValueType::DateTime && from.type == ValueType::Text && expr.style)
             return {"ts_datetime(" + from.text + ", " + QByteArray::number(*expr.style) + ")", to.type,
                     RankAtom};
         return convertedTo(inner, from, to.type);
     }
-    if (sameName(to.name, u"char") || sameName(to.name, u"nchar"))
-        refuse(expr.offset, u"A text of fixed length is not covered by the embedded engine here."_s);
     const QByteArray limit = to.length ? ", " + QByteArray::number(*to.length) : QByteArray();
     if (from.type == ValueType::Null) return {from.text, ValueType::Text, from.rank};
     if (from.type == ValueType::DateTime) {

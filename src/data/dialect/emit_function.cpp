@@ -90,7 +90,7 @@ Sql Emitter::call(Expr& expr) {
     const auto known = std::find_if(functions.begin(), functions.end(),
                                     [&](const Function& function) { return function.name == expr.name; });
     if (known == functions.end())
-        serverError(195, u"'%1' is not a recognized built-in function name."_s.arg(expr.name));
+        serverError(195, u"'%1' is not a recognized built-in function name."_s.arg(expr.written));
     const size_t most = qstrlen(known->arguments);
     if (expr.items.size() < known->required || expr.items.size() > most)
         argumentCount(expr.name, known->required);
@@ -114,8 +114,12 @@ Sql Emitter::isNullCall(Expr& expr) {
     const Sql first = value(*expr.items[0]);
     const Sql second = value(*expr.items[1]);
     const ValueType type = first.type == ValueType::Null ? second.type : first.type;
-    return {"coalesce(" + first.text + ", " + convertedTo(*expr.items[1], second, type).text + ')', type,
-            RankAtom};
+    QByteArray other = convertedTo(*expr.items[1], second, type).text;
+    // The first one's type holds with its length, as far as a cast tells it.
+    const TypeName& cast = expr.items[0]->type;
+    if (cast.type == ValueType::Text && cast.length)
+        other = "ts_cut(" + other + ", " + QByteArray::number(*cast.length) + ')';
+    return {"coalesce(" + first.text + ", " + other + ')', type, RankAtom};
 }
 
 Sql Emitter::coalesceCall(Expr& expr) {

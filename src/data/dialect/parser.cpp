@@ -4,7 +4,7 @@
 namespace liaowu::dialect {
 
 namespace {
-constexpr int maxNesting = 24;
+constexpr int maxNesting = 60;
 }
 
 Parser::Nested::Nested(Parser& in) : parser(in) {
@@ -47,7 +47,7 @@ void Parser::unexpected() const {
     // At the end the server names the last thing that it read.
     if (token.kind == Token::Kind::End) {
         const QString last = tokens.size() > 1 ? tokens[tokens.size() - 2].text : QString();
-        refuse(token.offset, u"Incorrect syntax near '%1': the statement ends too early."_s.arg(last));
+        refuse(token.offset, u"Incorrect syntax near '%1'."_s.arg(last));
     }
     const QString near = token.kind == Token::Kind::Parameter ? u"a literal"_s : u"'%1'"_s.arg(token.text);
     refuse(token.offset, u"Incorrect syntax near %1."_s.arg(near));
@@ -110,6 +110,7 @@ std::vector<Statement> Parser::parse() {
     while (takeSymbol(u";")) {
     }
     while (peek().kind != Token::Kind::End) {
+        operations = 0;
         statements.push_back(statement());
         while (takeSymbol(u";")) {
         }
@@ -156,6 +157,7 @@ Statement Parser::insertStatement() {
         do {
             expectSymbol(u"(");
             std::vector<ExprPtr> row;
+            operations = 0;
             do {
                 if (isWord(u"default")) notCovered(u"DEFAULT as a value"_s);
                 row.push_back(expression());

@@ -6,24 +6,18 @@
 namespace liaowu::dialect {
 
 std::optional<ValueType> typeByName(QStringView name) {
-    static constexpr std::array<std::pair<QStringView, ValueType>, 17> types = {{
+    static constexpr std::array<std::pair<QStringView, ValueType>, 11> types = {{
         {u"nvarchar", ValueType::Text},
         {u"varchar", ValueType::Text},
-        {u"nchar", ValueType::Text},
-        {u"char", ValueType::Text},
         {u"ntext", ValueType::Text},
         {u"text", ValueType::Text},
         {u"float", ValueType::Float},
         {u"real", ValueType::Float},
         {u"int", ValueType::Integer},
-        {u"integer", ValueType::Integer},
         {u"smallint", ValueType::Integer},
         {u"tinyint", ValueType::Integer},
         {u"bigint", ValueType::Integer},
         {u"datetime", ValueType::DateTime},
-        {u"smalldatetime", ValueType::DateTime},
-        {u"bit", ValueType::Integer},
-        {u"sysname", ValueType::Text},
     }};
     for (const auto& [known, type] : types) {
         if (sameName(known, name)) return type;

@@ -1,0 +1,64 @@
+#include "common/clock.h"
+#include "common/guard.h"
+#include "common/text_values.h"
+#include "data/connection_pool.h"
+#include "data/recordset.h"
+
+namespace liaowu {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QDateTime parsedTime(const QString& raw) {
+    for (const auto& form : {u"yyyy-MM-dd hh:mm:ss"_s, u"yyyy/MM/dd hh:mm:ss"_s, u"yyyy-MM-dd"_s}) {
+        const QDateTime time = QDateTime::fromString(raw.left(form.size()), form);
+        if (time.isValid()) return time;
+    }
+    return QDateTime::fromString(raw, Qt::ISODate);
+}
+
+QDate serverDate(Session& session) { return parsedTime(serverTime(session, -1)).date(); }
+
+} // namespace
+
+QString serverTime(Connection& connection, int mode) {
+    const QString raw = select(connection, sql(u"SELECT dbo.DT(9) AS 時間")).text(u"時間");
+    const QDateTime time = parsedTime(raw);
+    switch (mode) {
+    case 0: return time.toString(u"yyyy/MM/dd hh:mm");
+    case 1: return time.toString(u"yyyy/MM/dd");
+    case 2: return time.toString(u"yyyyMMdd");
+    case 3: return time.toString(u"yyMMdd");
+    case 4: return time.toString(u"yyMM");
+    case 5: return time.toString(u"hh:mm");
+    case 6: return time.toString(u"yyyy-MM-dd hh:mm");
+    default: return raw;
+    }
+}
+
+QString serverTime(Session& session, int mode) {
+    QString result;
+    guarded(session, u"取得印表時間錯誤"_s, [&] {
+        Connection connection(session.pool, session.connectionString);
+        result = serverTime(connection, mode);
+    });
+    return result;
+}
+
+QString today8(Session& session) { return serverTime(session, 2); }
+
+QString daysAgo(Session& session, int days) { return date8(serverDate(session).addDays(-days)); }
+
+QString thirtyDaysAgo(Session& session) { return daysAgo(session, 30); }
+
+QString monthsAgo(Session& session, int months) { return daysAgo(session, 30 * months); }
+
+QString localDaysAgo(Session& session, int unit, int n) {
+    const QDate today = session.pool.clock().date();
+    return date8(unit == 1 ? today.addMonths(n) : today.addDays(n));
+}
+
+QString currentMonthEnd(Session& session) { return lastDayOfMonth(date8(session.pool.clock().date())); }
+
+} // namespace liaowu

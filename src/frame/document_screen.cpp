@@ -1,0 +1,178 @@
+#include "frame/document_screen.h"
+#include "common/clock.h"
+#include "common/text_values.h"
+#include "frame/tool_strip_view.h"
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace liaowu {
+
+using namespace Qt::StringLiterals;
+
+DocumentScreen::DocumentScreen(Process& on, ScreenInfo info, DocumentSpec declared)
+    : ScreenFrame(on, std::move(info)), document(std::move(declared)) {
+    auto* column = new QVBoxLayout(recordPage());
+    column->setContentsMargins(10, 8, 10, 6);
+    column->setSpacing(7);
+
+    card = new QFrame(recordPage());
+    card->setProperty("card", true);
+    auto* cardLine = new QHBoxLayout;
+    cardLine->setContentsMargins(0, 0, 0, 0);
+    auto* fields = new QWidget(card);
+    buildFields(fields, document.header);
+    cardLine->addWidget(fields, 1);
+    stamp = new QFrame(card);
+    stamp->setObjectName(document.approval.panel);
+    stamp->setProperty("stamp", true);
+    auto* stampLines = new QVBoxLayout(stamp);
+    stampLines->setContentsMargins(14, 6, 14, 6);
+    stampLines->setSpacing(1);
+    auto* word = new QLabel(u"已 %1 "_s.arg(document.approval.kind), stamp);
+    word->setAlignment(Qt::AlignCenter);
+    stampLines->addWidget(word);
+    for (int i = 0; i < 2; ++i) {
+        auto* text = new QLabel(stamp);
+        text->setObjectName(document.approval.personLabels + u"(%1)"_s.arg(i));
+        text->setAlignment(Qt::AlignCenter);
+        stampLines->addWidget(text);
+    }
+    cardLine->addWidget(stamp, 0, Qt::AlignTop);
+    cardLine->addSpacing(14);
+    auto* cardColumn = new QVBoxLayout(card);
+    cardColumn->setContentsMargins(0, 2, 0, 2);
+    cardColumn->addLayout(cardLine);
+    column->addWidget(card);
+
+    auto* mark = new EntryField(document.approval.markField, card);
+    mark->leftAlone = true;
+    mark->hide();
+
+    fml明細 = new LineGrid(u"fml明細"_s, session.messages, recordPage());
+    fml明細->prepareGrid(document.lines, document.depth);
+    if (!document.frozenTitle.isEmpty()) fml明細->setFrozenTitle(document.frozenTitle);
+    column->addWidget(fml明細, 1);
+    fml明細->events.modified = [this] { markModified(true); };
+    fml明細->events.notice = [this](const QString& text) { showNotice(text); };
+
+    auto* bottom = new QFrame(recordPage());
+    bottom->setProperty("card", true);
+    footerLine = new QHBoxLayout(bottom);
+    footerLine->setContentsMargins(10, 5, 10, 5);
+    footerLine->setSpacing(8);
+    const auto command = [&](const QString& name, const QString& caption) {
+        auto* made = new QPushButton(caption, bottom);
+        made->setObjectName(name);
+        made->setFocusPolicy(Qt::NoFocus);
+        footerLine->addWidget(made);
+        return made;
+    };
+    connect(command(u"scmd刪除"_s, u"明細刪除"_s), &QPushButton::clicked, this, [this] { deleteLine(); });
+    connect(command(u"scmd輔助"_s, u"輔助 F9"_s), &QPushButton::clicked, this, [this] { fml明細->runPick(); });
+    column->addWidget(bottom);
+    connect(fml明細, &LineGrid::selectionMoved, this, &DocumentScreen::updateDeleteButton);
+    connect(fml明細, &LineGrid::lineCountChanged, this, &DocumentScreen::updateDeleteButton);
+    buildQuickFind();
+    showApproval(u"N"_s, {}, {});
+}
+
+// ---- quick find ----
+
+void DocumentScreen::buildQuickFind() {
+    auto* box = new EntryField(u"txt速查單號"_s, toolStrip());
+    box->setPlaceholderText(u"速查單號"_s);
+    box->setFixedWidth(150);
+    toolStrip()->addAtEnd(box);
+    auto* go = new QPushButton(toolStrip());
+    go->setObjectName(u"scmd速查"_s);
+    go->setIcon(toolIcon(u"search"_s));
+    go->setFlat(true);
+    go->setFocusPolicy(Qt::NoFocus);
+    toolStrip()->addAtEnd(go);
+    connect(go, &QPushButton::clicked, this, &DocumentScreen::runQuickFind);
+    connect(box, &QLineEdit::returnPressed, this, &DocumentScreen::runQuickFind);
+    box->setProperty("ownsEnter", true);
+}
+
+void DocumentScreen::runQuickFind() {
+    endOpenEdit();
+    auto* box = entry(this, u"txt速查單號"_s);
+    const QString number = box->text().trimmed();
+    if (number.isEmpty()) {
+        session.messages.warn(u"提示"_s, u"速查單號為空,請輸入單號"_s);
+    } else if (!quickFind(number)) {
+        session.messages.warn(u"提示"_s, document.quickFindUnknown);
+    }
+}
+
+// ---- lines ----
+
+void DocumentScreen::clearRecordPage() { fml明細->clearGrid(); }
+
+void DocumentScreen::updateDeleteButton() {
+    button(this, u"scmd刪除"_s)->setEnabled(fml明細->currentRow() <= fml明細->lineCount() && fml明細->lineCount() > 0);
+}
+
+void DocumentScreen::deleteLine() {
+    endOpenEdit();
+    if (fml明細->currentRow() > fml明細->lineCount()) return;
+    fml明細->deleteGridRow(fml明細->currentRow());
+    fml明細->setLineCount(fml明細->lineCount() - 1);
+    markModified(true);
+    fml明細->setFocus();
+}
+
+bool DocumentScreen::screenKey(int key, Qt::KeyboardModifiers) {
+    if (key != Qt::Key_F6 || (mode() != ModeAdd && mode() != ModeEdit)) return false;
+    if (fml明細->hasFocus() || fml明細->isEditing()) {
+        fml明細->endEdit();
+        for (EntryField* field : card->findChildren<EntryField*>()) {
+            if (!field->isVisible() || !field->isEnabled() || field->isLocked()) continue;
+            field->setFocus(Qt::OtherFocusReason);
+            break;
+        }
+    } else {
+        fml明細->setFocus(Qt::TabFocusReason);
+    }
+    return true;
+}
+
+// ---- approval ----
+
+QString DocumentScreen::approvalMark() const { return entry(card, document.approval.markField)->text(); }
+QString DocumentScreen::approvalPerson() const { return label(card, document.approval.personLabels + u"(0)"_s)->text(); }
+QString DocumentScreen::approvalDate() const { return label(card, document.approval.personLabels + u"(1)"_s)->text(); }
+
+void DocumentScreen::showApproval(const QString& mark, const QString& person, const QString& date, bool shown) {
+    entry(card, document.approval.markField)->setText(mark);
+    label(card, document.approval.personLabels + u"(0)"_s)->setText(person);
+    label(card, document.approval.personLabels + u"(1)"_s)->setText(date);
+    stamp->setVisible(mark == u"Y" && shown);
+}
+
+void DocumentScreen::approvalStep(const std::function<bool()>& mayOpen, const std::function<void()>& save) {
+    const ApprovalWords& words = document.approval;
+    session.scratchText = words.kind;
+    session.scratchA = approvalMark();
+    session.approveAllowed = rights.*words.approve;
+    session.reverseAllowed = rights.*words.reverse;
+    if (!session.approveAllowed && !session.reverseAllowed) {
+        refuse(RefusedTextApproval);
+        return;
+    }
+    if (mayOpen && !mayOpen()) return;
+    session.approvalDone = false;
+    process.runWindow(u"frm單據審核"_s, this);
+    if (!session.approvalDone) return;
+    if (session.scratchA == u"Y" && isApproved && !words.alreadyApproved.isEmpty()) {
+        session.messages.warn(u"提示"_s, words.alreadyApproved);
+        return;
+    }
+    showApproval(session.scratchA, session.scratchB, today8(session));
+    markModified(true);
+    if (session.messages.ask(u"詢問"_s, u"操作成功,是否立即儲存?"_s)) save();
+}
+
+} // namespace liaowu

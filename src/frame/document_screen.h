@@ -1,0 +1,76 @@
+#pragma once
+#include "frame/base_screen.h"
+#include "frame/form_view.h"
+#include "frame/line_grid.h"
+
+class QFrame;
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace liaowu {
+
+/// The words and rights of a document's approval.
+struct ApprovalWords {
+    QString kind = QStringLiteral("審單");           ///< "審單" or "復核", as the dialog shows it
+    QString markField = QStringLiteral("txt審單");   ///< control of the mark
+    QString personLabels = QStringLiteral("txt審單項"); ///< two labels: (0) person, (1) date
+    QString panel = QStringLiteral("pic審單");
+    bool UserRights::*approve = &UserRights::審單;
+    bool UserRights::*reverse = &UserRights::批轉;
+    /// What an approval of an approved document says; empty accepts it and stamps again.
+    QString alreadyApproved = QStringLiteral("該單已審單");
+    QString saveParameter = QStringLiteral("審單");
+};
+
+/// What a document screen declares beyond its `ScreenInfo`.
+struct DocumentSpec {
+    std::vector<FieldSpec> header;
+    std::vector<LineColumn> lines;
+    int depth = 350;
+    QString frozenTitle; ///< column that stays in sight
+    ApprovalWords approval;
+    QString quickFindUnknown; ///< text when the number searched is not there
+};
+
+/// The frame of the documents: a card of header fields, the line grid, what stands below it, approval and quick find.
+class DocumentScreen : public ScreenFrame {
+    Q_OBJECT
+public:
+    DocumentScreen(Process& process, ScreenInfo info, DocumentSpec spec);
+    LineGrid* lines() const { return fml明細; }
+
+protected:
+    /// The approval step up to the question whether to save. `mayOpen` is asked before the dialog opens;
+    /// `save` runs the screen's save in its approval mode.
+    void approvalStep(const std::function<bool()>& mayOpen, const std::function<void()>& save);
+    /// Shows mark, person and date, and the stamp exactly when the mark is "Y" and `shown`.
+    void showApproval(const QString& mark, const QString& person, const QString& date, bool shown = true);
+    QString approvalMark() const;
+    QString approvalPerson() const;
+    QString approvalDate() const;
+    /// Whether the document on show could be found by this number; shows it.
+    virtual bool quickFind(const QString& number) = 0;
+    virtual void deleteLine();
+
+    void endOpenEdit() override { fml明細->endEdit(); }
+    void clearRecordPage() override;
+    bool screenKey(int key, Qt::KeyboardModifiers modifiers) override;
+    QHBoxLayout* footer() const { return footerLine; }
+    QFrame* headerCard() const { return card; }
+    void updateDeleteButton();
+
+    LineGrid* fml明細;
+    DocumentSpec document;
+    bool isApproved = false;
+
+private:
+    void buildQuickFind();
+    void runQuickFind();
+
+    QFrame* card;
+    QFrame* stamp;
+    QHBoxLayout* footerLine;
+};
+
+} // namespace liaowu

@@ -1,0 +1,158 @@
+#include "frame/entry_view.h"
+#include "common/text_values.h"
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QStyle>
+
+namespace liaowu {
+
+namespace {
+
+void restyle(QWidget* widget, const char* property, bool value) {
+    if (widget->property(property).toBool() == value) return;
+    widget->setProperty(property, value);
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+}
+
+} // namespace
+
+int pixelsOfTwips(int twips) { return (twips + 7) / 15; }
+
+EntryField::EntryField(const QString& name, QWidget* parent) : QLineEdit(parent) {
+    setObjectName(name);
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        typed = true;
+        Q_EMIT typedInto();
+    });
+}
+
+void EntryField::lock(bool asKey) {
+    setReadOnly(true);
+    setFocusPolicy(Qt::ClickFocus);
+    restyle(this, "lockedKey", asKey);
+    restyle(this, "locked", !asKey);
+}
+
+void EntryField::open() {
+    setEnabled(true);
+    setReadOnly(false);
+    setFocusPolicy(Qt::StrongFocus);
+    restyle(this, "lockedKey", false);
+    restyle(this, "locked", false);
+}
+
+void EntryField::showText(const QString& text) {
+    setText(text);
+    setCursorPosition(0);
+    typed = false;
+}
+
+void EntryField::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (event->reason() != Qt::PopupFocusReason) selectAll();
+}
+
+void EntryField::focusOutEvent(QFocusEvent* event) {
+    enforceLimit();
+    QLineEdit::focusOutEvent(event);
+}
+
+void EntryField::enforceLimit() {
+    if (byteLimit <= 0 || isReadOnly()) return;
+    const QString kept = truncateBytes(text(), byteLimit);
+    if (kept == text()) return;
+    setText(kept);
+    Q_EMIT cut(byteLimit);
+}
+
+void EntryField::insertFiltered(const QString& raw) {
+    QString kept = filterText(raw, filterMode);
+    if (upperCase) kept = kept.toUpper();
+    kept.replace(u'\n', u' ').remove(u'\r');
+    if (!kept.isEmpty()) insert(kept);
+    if (!kept.isEmpty()) Q_EMIT textEdited(text());
+}
+
+void EntryField::keyPressEvent(QKeyEvent* event) {
+    if (isReadOnly()) {
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    if (event->matches(QKeySequence::Paste)) {
+        insertFiltered(QGuiApplication::clipboard()->text());
+        return;
+    }
+    const QString typedText = event->text();
+    const bool plain = !typedText.isEmpty() && typedText[0].isPrint() &&
+                       !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    if (plain && (filterMode > 0 || upperCase)) {
+        insertFiltered(typedText);
+        event->accept();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void EntryField::inputMethodEvent(QInputMethodEvent* event) {
+    if (!event->commitString().isEmpty() && (filterMode > 0 || upperCase)) {
+        const QString commit = event->commitString();
+        QInputMethodEvent rest(QString(), {});
+        QLineEdit::inputMethodEvent(&rest);
+        insertFiltered(commit);
+        event->accept();
+        return;
+    }
+    QLineEdit::inputMethodEvent(event);
+}
+
+bool EntryField::event(QEvent* event) {
+    // A drop of text would slip past the filter.
+    if (event->type() == QEvent::Drop && (filterMode > 0 || upperCase)) return true;
+    return QLineEdit::event(event);
+}
+
+EntryCombo::EntryCombo(const QString& name, QWidget* parent) : QComboBox(parent) {
+    setObjectName(name);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(4);
+}
+
+void EntryCombo::lock(bool on) {
+    locked = on;
+    setFocusPolicy(on ? Qt::ClickFocus : Qt::StrongFocus);
+    restyle(this, "locked", on);
+}
+
+void EntryCombo::showText(const QString& text) {
+    int at = findText(text);
+    if (at < 0 && !text.isEmpty()) {
+        addItem(text);
+        at = count() - 1;
+    } else if (at < 0) {
+        insertItem(0, QString());
+        at = 0;
+    }
+    setCurrentIndex(at);
+}
+
+void EntryCombo::keyPressEvent(QKeyEvent* event) {
+    if (locked) {
+        event->ignore();
+        return;
+    }
+    QComboBox::keyPressEvent(event);
+}
+
+void EntryCombo::showPopup() {
+    if (!locked) QComboBox::showPopup();
+}
+
+void EntryCombo::mousePressEvent(QMouseEvent* event) {
+    if (!locked) QComboBox::mousePressEvent(event);
+}
+
+} // namespace liaowu

@@ -1,0 +1,57 @@
+#pragma once
+#include "frame/entry_view.h"
+#include <QString>
+#include <vector>
+
+class QGridLayout;
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+class QRadioButton;
+class QCheckBox;
+
+namespace liaowu {
+
+/// One control of a header card: what a screen declares instead of building widgets by hand.
+struct FieldSpec {
+    enum class Kind { Entry, Combo, Name, Lookup, Check, Value } kind = Kind::Entry;
+    QString control;  ///< objectName
+    QString caption;  ///< label before it; empty for none
+    int row = 0;
+    int column = 0;   ///< slot of the card; a slot holds label, control and what stands beside it
+    int width = 110;  ///< pixels
+    int limit = 0;    ///< Big5 bytes
+    int filter = 0;   ///< mode of `filterKey`
+    bool upper = false;
+    QString button;   ///< lookup button beside it
+    QString beside;   ///< name label beside it
+};
+
+/// Builds the controls of a card into `card`; they are found by objectName.
+void buildFields(QWidget* card, const std::vector<FieldSpec>& fields);
+
+/// A control of this name below `form`; throws std::logic_error when there is none, a fault of the program.
+EntryField* entry(QWidget* form, const QString& name);
+EntryCombo* combo(QWidget* form, const QString& name);
+QLabel* label(QWidget* form, const QString& name);
+QPushButton* button(QWidget* form, const QString& name);
+QCheckBox* check(QWidget* form, const QString& name);
+QPlainTextEdit* memo(QWidget* form, const QString& name);
+
+/// Empties text boxes and clears combos that are not marked to be left alone.
+void clearForm(QWidget* form);
+/// Disables all text boxes and combos.
+void lockForm(QWidget* form);
+/// Enables the text boxes and combos that are not marked to be left alone.
+void unlockForm(QWidget* form);
+void lockField(EntryField* field);
+void openField(EntryField* field);
+/// Read-only, out of the tab order, back colour red 255 green 255 blue 192.
+void lockKeyField(EntryField* field);
+void openKeyField(EntryField* field);
+
+/// Text of any control: entries, combos, labels, memos; check boxes give "1" or "0".
+QString controlText(const QWidget* control);
+void setControlText(QWidget* control, const QString& text);
+
+} // namespace liaowu

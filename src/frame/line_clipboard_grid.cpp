@@ -1,0 +1,124 @@
+#include "common/text_values.h"
+#include "frame/line_grid.h"
+#include <QApplication>
+#include <QClipboard>
+
+namespace liaowu {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A block from a spreadsheet: tabs and line ends, cells with either in quotes.
+std::vector<QStringList> parsedBlock(const QString& text) {
+    std::vector<QStringList> rows;
+    QStringList row;
+    QString cell;
+    bool quoted = false;
+    bool cellStarted = false;
+    const auto endCell = [&] {
+        row << cell;
+        cell.clear();
+        cellStarted = false;
+    };
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (quoted) {
+            if (c != u'"') {
+                cell += c;
+            } else if (i + 1 < text.size() && text[i + 1] == u'"') {
+                cell += c;
+                ++i;
+            } else {
+                quoted = false;
+            }
+        } else if (c == u'"' && !cellStarted) {
+            quoted = true;
+            cellStarted = true;
+        } else if (c == u'\t') {
+            endCell();
+        } else if (c == u'\n' || c == u'\r') {
+            if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
+            endCell();
+            rows.push_back(row);
+            row.clear();
+        } else {
+            cell += c;
+            cellStarted = true;
+        }
+    }
+    if (cellStarted || !cell.isEmpty() || !row.isEmpty()) {
+        endCell();
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+const QColor FaultColour(0xff, 0xd6, 0xd6);
+
+} // namespace
+
+void LineGrid::copySelection() const {
+    const QItemSelection selection = selectionModel()->selection();
+    if (selection.isEmpty()) return;
+    const QItemSelectionRange block = selection.first();
+    QStringList lines;
+    for (int r = block.top(); r <= block.bottom(); ++r) {
+        QStringList cells;
+        // Hidden columns hold what the user may not see.
+        for (int c = block.left(); c <= block.right(); ++c)
+            if (!isColumnHidden(c)) cells << model_.text(r, c);
+        lines << cells.join(u'\t');
+    }
+    QApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+void LineGrid::pasteBlock(const QString& text) {
+    const std::vector<QStringList> block = parsedBlock(text);
+    if (block.empty()) return;
+    endEdit();
+    const int firstRow = currentRow();
+    const int firstColumn = currentIndex().column();
+    int faults = 0;
+    int taken = 0;
+    int left = 0;
+    for (size_t i = 0; i < block.size(); ++i) {
+        const int row = firstRow + static_cast<int>(i);
+        if (row > model_.depth() || !previousRowFilled(row)) {
+            left += static_cast<int>(block.size() - i);
+            break;
+        }
+        int column = firstColumn;
+        for (const QString& cell : block[i]) {
+            while (column < model_.columnCount() && isColumnHidden(column)) ++column;
+            if (column >= model_.columnCount()) break;
+            const LineColumn& declared = model_.columns()[static_cast<size_t>(column)];
+            const QString raw = cell.trimmed();
+            QString value = filterText(raw, declared.filter);
+            if (declared.upper) value = value.toUpper();
+            bool good = mayType(model_.index(row - 1, column));
+            // A thousands separator in a pasted number is layout, not a fault.
+            if (good && declared.filter > 0) good = value.compare(QString(raw).remove(u','), Qt::CaseInsensitive) == 0;
+            if (good && declared.pick && events.resolve && !value.isEmpty()) {
+                good = events.resolve(row, declared.title, value);
+                if (good) countRow(row);
+            } else if (good) {
+                good = commit(row, column, value, true);
+            }
+            if (good || raw.isEmpty() || raw == model_.text(row - 1, column)) {
+                ++taken;
+            } else {
+                ++faults;
+                markCell(row, declared.title, FaultColour, u"貼上的內容「%1」不能放入此欄"_s.arg(raw.left(40)));
+            }
+            ++column;
+        }
+    }
+    if (events.modified) events.modified();
+    QString told = u"已貼上 %1 格"_s.arg(taken);
+    if (faults > 0) told += u",%1 格有誤(紅底)"_s.arg(faults);
+    if (left > 0) told += u",%1 列未貼上"_s.arg(left);
+    if (events.notice) events.notice(told);
+}
+
+} // namespace liaowu

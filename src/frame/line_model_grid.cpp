@@ -1,0 +1,94 @@
+#include "frame/line_grid.h"
+
+namespace liaowu {
+
+void LineModel::reset(std::vector<LineColumn> columns, int depth) {
+    beginResetModel();
+    declared = std::move(columns);
+    QStringList blank;
+    for (size_t i = 0; i < declared.size(); ++i) blank << QString();
+    cells.assign(static_cast<size_t>(depth), blank);
+    marks.clear();
+    endResetModel();
+}
+
+void LineModel::setText(int row, int column, const QString& text) {
+    QString& cell = cells[static_cast<size_t>(row)][column];
+    if (cell == text) return;
+    cell = text;
+    const QModelIndex changed = index(row, column);
+    Q_EMIT dataChanged(changed, changed, {Qt::DisplayRole});
+}
+
+void LineModel::clearRows(int from) {
+    for (size_t row = static_cast<size_t>(from); row < cells.size(); ++row)
+        for (QString& cell : cells[row]) cell.clear();
+    marks.clear();
+    if (!cells.empty() && !declared.empty())
+        Q_EMIT dataChanged(index(from, 0), index(depth() - 1, columnCount() - 1), {});
+}
+
+void LineModel::removeRow1(int row) {
+    QStringList blank = cells[static_cast<size_t>(row)];
+    for (QString& cell : blank) cell.clear();
+    cells.erase(cells.begin() + row);
+    cells.push_back(blank);
+    marks.clear();
+    Q_EMIT dataChanged(index(row, 0), index(depth() - 1, columnCount() - 1), {});
+}
+
+void LineModel::setTitle(int column, const QString& title) {
+    declared[static_cast<size_t>(column)].title = title;
+    Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+}
+
+void LineModel::mark(int row, int column, const QColor& colour, const QString& why) {
+    marks.insert(qint64(row) << 16 | column, {colour, why});
+    Q_EMIT dataChanged(index(row, column), index(row, column), {});
+}
+
+void LineModel::clearMarks(int row, int column) {
+    if (marks.remove(qint64(row) << 16 | column)) Q_EMIT dataChanged(index(row, column), index(row, column), {});
+}
+
+int LineModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : depth(); }
+int LineModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(declared.size());
+}
+
+QVariant LineModel::data(const QModelIndex& at, int role) const {
+    const LineColumn& column = declared[static_cast<size_t>(at.column())];
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole: return text(at.row(), at.column());
+    case Qt::TextAlignmentRole: return QVariant(Qt::AlignVCenter | (column.right ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::BackgroundRole: {
+        if (const auto found = marks.constFind(qint64(at.row()) << 16 | at.column()); found != marks.constEnd())
+            return found->colour;
+        if (at.row() == currentRow) return QColor(0xe8, 0xf1, 0xfc);
+        return {};
+    }
+    case Qt::ToolTipRole: {
+        const auto found = marks.constFind(qint64(at.row()) << 16 | at.column());
+        if (found != marks.constEnd()) return found->why;
+        return column.money || text(at.row(), at.column()).isEmpty() ? QVariant() : text(at.row(), at.column());
+    }
+    default: return {};
+    }
+}
+
+QVariant LineModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role == Qt::TextAlignmentRole) return int(Qt::AlignCenter);
+    if (role != Qt::DisplayRole) return {};
+    if (orientation == Qt::Vertical) return section + 1;
+    const QString title = declared[static_cast<size_t>(section)].title;
+    return title.section(u'#', 0, 0);
+}
+
+Qt::ItemFlags LineModel::flags(const QModelIndex& at) const {
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (at.isValid() && declared[static_cast<size_t>(at.column())].typable) flags |= Qt::ItemIsEditable;
+    return flags;
+}
+
+} // namespace liaowu

@@ -1,0 +1,3 @@
+#pragma once
+#include "common/rules_pch.h"
+#include <QtWidgets>

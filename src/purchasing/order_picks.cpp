@@ -1,0 +1,294 @@
+#include "purchasing/order_picks.h"
+#include "common/items.h"
+#include "common/session.h"
+#include "common/text_values.h"
+
+namespace liaowu {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const ItemFamily& familyOf(const Session& session) {
+    const ItemFamily* family = itemFamily(session.formulaMode);
+    return family ? *family : *itemFamily(u"紙板"_s);
+}
+
+std::vector<SqlText> requisitionLineStatements(const Session& session, const PickInput& input) {
+    const bool materials = session.formulaMode == u"物料";
+    const ItemFamily& family = familyOf(session);
+    const QString& t = family.table;
+    SqlText statement =
+        sql(u"select 原料申購資料.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, 原料申購明細.規格,cast(原料申購明細.數量 as "
+            u"float)-cast(原料申購明細.已采購數 as float) as 未采購數, [{}].庫存,[{}].進價,[{}].幣別,原料申購明細.單位, "
+            u"原料申購明細.印件編號,原料申購明細.需求日期,原料申購明細.備注,原料申購資料.類別,",
+            t, t, t);
+    if (materials) {
+        statement += sql(u"物料資料.廠商代號,物料資料.進料單位,物料資料.類別,'' ");
+    } else if (family.word == u"紙板") {
+        statement += sql(u"浪紙資料.廠牌,浪紙資料.進料單位,'' as 類別,原料申購明細.楞別 ");
+    } else {
+        statement += sql(u"'' as 廠牌,[{}].進料單位,'' as 類別,原料申購明細.楞別 ", t);
+    }
+    statement += sql(u"from  原料申購資料 left join 原料申購明細 on 原料申購明細.申購單號=原料申購資料.申購單號 left join [{}] on [{}].[{}] = "
+                     u"原料申購明細.原料代號 where (原料申購明細.申購單號 like '{}%' or  原料申購明細.原料代號 like '%{}%') and  "
+                     u"原料申購資料.類別='{}' and  cast(原料申購明細.數量 as float)-cast(原料申購明細.已采購數 as float) <> 0 ",
+                     t, t, family.code, input.filter, input.filter, family.word);
+    if (materials)
+        statement += sql(u"and ( 物料資料.廠商代號 like '{}' or (len(物料資料.廠商代號)=0 or 物料資料.廠商代號 is null)) ", session.pickVendor);
+    statement += sql(u"and 原料申購資料.審單 = 'Y' ");
+    if (input.sort == 0) return {statement + sql(u"order by 原料申購資料.申購單號 ")};
+    return {statement + sql(u"order by [{}].[{}], [{}].規格", t, family.name, t)};
+}
+
+std::vector<SqlText> workOrderStatements(const Session&, const PickInput& input) {
+    SqlText creases;
+    for (const auto& column : {u"寬壓線0"_s, u"寬壓線1"_s, u"寬壓線2"_s, u"寬壓線3"_s, u"寬壓線4"_s, u"寬壓線5"_s})
+        creases += sql(u"case when 紙箱生產資料.[{}]<>'' then 紙箱生產資料.[{}]+'*' else '' end + ", column, column);
+    creases += sql(u"coalesce(紙箱生產資料.寬壓線6,'') as 壓線尺寸,");
+    const SqlText statement =
+        sql(u"select 紙箱生產資料.工單單號,紙箱生產資料.工單日期, 紙箱生產資料.客戶單號,紙箱生產資料.客戶代號,客戶資料.客戶簡稱 as 客戶,        "
+            u"紙箱生產資料.紙箱代號,紙箱生產資料.客戶料號 as 料號,紙箱生產資料.紙質名稱 as 材質,紙箱生產資料.備料尺寸寬 as 備料寬,"
+            u"紙箱生產資料.備料尺寸長 as 備料長,       紙箱生產資料.楞別,紙箱生產資料.備紙數,紙箱生產資料.平版剖切寬 as 切寬,"
+            u"紙箱生產資料.平版剖切長 as 切長, ") +
+        creases +
+        sql(u"紙箱生產資料.壓線種類,紙箱生產資料.採購備注,紙箱生產資料.紙質代號,紙箱生產資料.寬剖 as 走紙才 from  紙箱生產資料 inner join 客戶資料 on "
+            u"紙箱生產資料.客戶代號=客戶資料.客戶代號 where (紙箱生產資料.工單單號 like '%{}%' or 紙箱生產資料.客戶料號 like '%{}%' or "
+            u"紙箱生產資料.紙箱代號 like '%{}%' or 紙箱生產資料.客戶單號 like '%{}%' or 紙箱生產資料.客戶代號 like '%{}%' or 客戶資料.客戶簡稱 "
+            u"like '%{}%') and (紙箱生產資料.完工<>'Y' or 紙箱生產資料.完工 is null ) and 紙箱生產資料.工單單號 not in (select "
+            u"採購明細資料.印件編號 from 採購明細資料  where  紙箱生產資料.工單單號 = 採購明細資料.印件編號) ",
+            input.filter, input.filter, input.filter, input.filter, input.filter, input.filter);
+    switch (input.sort) {
+    case 1: return {statement + sql(u"order by 紙箱生產資料.紙質名稱 ")};
+    case 2: return {statement + sql(u"order by 紙箱生產資料.交貨日期 ")};
+    case 3: return {statement + sql(u"order by 紙箱生產資料.客戶代號 ")};
+    default: return {statement + sql(u"order by 紙箱生產資料.工單單號 ")};
+    }
+}
+
+/// Code and name columns of an item list: board shows them under its own titles.
+SqlText codeAndName(const ItemFamily& family) {
+    if (family.word == u"紙板") return sql(u"select 浪紙資料.浪紙代號 as 紙板代號, 浪紙資料.浪紙名稱 as 紙板名稱, ");
+    return sql(u"select [{}].[{}], [{}].[{}], ", family.table, family.code, family.table, family.name);
+}
+
+SqlText itemCondition(const ItemFamily& family, const QString& filter) {
+    return sql(u" from  [{}] where [{}].[{}] like '%{}%' or [{}].[{}] like '%{}%' or [{}].規格 like '%{}%' ", family.table,
+               family.table, family.code, filter, family.table, family.name, filter, family.table, filter);
+}
+
+std::vector<SqlText> orderItemStatements(const Session& session, const PickInput& input) {
+    const ItemFamily& family = familyOf(session);
+    const QString& t = family.table;
+    SqlText statement =
+        codeAndName(family) + sql(u"[{}].規格, [{}].庫存, [{}].進料單位, [{}].進價, [{}].幣別,", t, t, t, t, t);
+    if (family.word == u"物料") {
+        statement += sql(u"物料資料.類別,'' as 楞別");
+    } else if (family.word == u"紙品") {
+        statement += sql(u"紙品資料.卷筒紙,'' as 楞別");
+    } else if (family.word == u"紙板") {
+        statement += sql(u"'' as 類別,浪紙資料.楞別");
+    } else {
+        statement += sql(u"'' as 類別,'' as 楞別");
+    }
+    statement += itemCondition(family, input.filter);
+    if (input.sort == 0) return {statement + sql(u"order by [{}].[{}]", t, family.code)};
+    return {statement + sql(u"order by [{}].[{}], [{}].規格", t, family.name, t)};
+}
+
+std::vector<SqlText> requisitionItemStatements(const Session& session, const PickInput& input) {
+    const ItemFamily& family = familyOf(session);
+    const QString& t = family.table;
+    SqlText statement = codeAndName(family) +
+                        sql(u"[{}].規格, rtrim([{}].庫存) as 庫存, [{}].單位, [{}].單價, [{}].幣別", t, t, t, t, t);
+    if (family.word == u"物料") statement += sql(u",物料資料.品檢,''");
+    if (family.word == u"紙板") statement += sql(u",'',浪紙資料.楞別");
+    return {statement + itemCondition(family, input.filter) + sql(u"order by [{}].[{}]", t, family.name)};
+}
+
+std::vector<SqlText> itemStatements(const Session& session, const PickInput& input) {
+    const ItemFamily& family = familyOf(session);
+    const QString& t = family.table;
+    SqlText statement = codeAndName(family) +
+                        sql(u"[{}].規格, rtrim([{}].庫存) as 庫存, [{}].單位, [{}].單價, [{}].幣別", t, t, t, t, t);
+    if (family.word == u"紙品") statement += sql(u",紙品資料.卷筒紙");
+    return {statement + itemCondition(family, input.filter) + sql(u"order by [{}].[{}]", t, family.name)};
+}
+
+std::vector<SqlText> requisitionStatements(const Session& session, const PickInput& input) {
+    const ItemFamily& family = familyOf(session);
+    SqlText statement = sql(u"select 原料申購明細.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, 原料申購明細.規格,"
+                            u"cast(原料申購明細.數量 as float)-cast(原料申購明細.已采購數 as float) as 未採購數, "
+                            u"原料申購明細.單位,原料申購明細.需求日期,原料申購資料.類別");
+    const bool byVendor = family.word == u"物料" || family.word == u"凸版";
+    if (byVendor) statement += sql(u",[{}].廠商代號,[{}].廠商簡稱", family.table, family.table);
+    statement += sql(u" from 原料申購明細 left join 原料申購資料 on 原料申購資料.申購單號 = 原料申購明細.申購單號 ");
+    if (byVendor) statement += sql(u"left join [{}] on [{}].[{}] = 原料申購明細.原料代號 ", family.table, family.table, family.code);
+    statement += sql(u"  where 原料申購資料.類別 = '{}' and 原料申購明細.申購單號 like '{}%' and cast(原料申購明細.數量 as "
+                     u"float)-cast(原料申購明細.已采購數 as float) >0 ",
+                     family.word, input.filter);
+    if (byVendor)
+        statement += sql(u"and ( [{}].廠商代號 like '{}' or (len([{}].廠商代號)=0 or [{}].廠商代號 is null)) ", family.table,
+                         session.pickVendor, family.table, family.table);
+    // Only an approved need may be bought, in every family.
+    return {statement + sql(u"and 原料申購資料.審單 = 'Y' order by 原料申購明細.申購單號 ")};
+}
+
+SqlText orderLineCondition(const Session& session, const PickInput& input) {
+    return sql(u" Where (採購資料.採購單號 Like '{}%' or  採購明細資料.原料代號 Like '{}%' or  採購明細資料.原料名稱 Like '{}%') and "
+               u"採購資料.審單= 'Y' And 採購資料.類別 = '{}' ",
+               input.filter, input.filter, input.filter, session.formulaMode);
+}
+
+std::vector<SqlText> openOrderLineStatements(const Session& session, const PickInput& input) {
+    const ItemFamily& family = familyOf(session);
+    const QString& t = family.table;
+    const bool board = family.word == u"紙板";
+    const QString received = board ? u"檢驗合格數"_s : u"數量"_s;
+    SqlText statement =
+        sql(u"select 採購資料.採購單號, 採購明細資料.原料代號, 採購明細資料.原料名稱,       採購明細資料.規格 , cast(採購明細資料.數量 as "
+            u"float)-cast(coalesce(採購明細資料.已入庫數,'') as float) as 未收數, 採購明細資料.單位,採購明細資料.單價, 採購明細資料.小計, case when "
+            u"(採購明細資料.單位=[{}].單位) then cast(採購明細資料.[{}] as float)-cast(coalesce(採購明細資料.已入庫數,'') as float) else '' end "
+            u"AS 入庫數, [{}].單位, 採購資料.幣別, 採購明細資料.請購單號,採購資料.廠商代號,採購資料.廠商簡稱,採購明細資料.檢驗單號,採購明細資料.序,"
+            u"採購明細資料.剖切尺寸,採購明細資料.寬剖 from (採購資料 INNER JOIN 採購明細資料 ON 採購資料.採購單號 = 採購明細資料.採購單號) ",
+            t, received, t);
+    statement += board ? sql(u"left JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code)
+                       : sql(u"inner JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code);
+    statement += orderLineCondition(session, input);
+    statement += board ? sql(u"and 採購資料.廠商代號 = '{}' ", session.pickVendor)
+                       : sql(u"and (採購資料.廠商代號 = '{}' or 採購資料.廠商代號 = '') ", session.pickVendor);
+    statement += sql(u"and 送清<> 'Y'  ");
+    if (!input.checked)
+        statement += sql(u"And cast(採購明細資料.數量 as float)-cast(coalesce(採購明細資料.已入庫數,'') as float)<>0 ");
+    return {statement + sql(u"Order By 採購資料.採購單號")};
+}
+
+std::vector<SqlText> receivedOrderLineStatements(const Session& session, const PickInput& input) {
+    const ItemFamily& family = familyOf(session);
+    const QString& t = family.table;
+    return {sql(u"select 採購資料.採購單號, 採購明細資料.原料代號, 採購明細資料.廠商名稱 as 廠商品名,       採購明細資料.規格 , "
+                u"cast(採購明細資料.已入庫數 as float) as 已入庫數, 採購明細資料.單位,採購明細資料.單價, 採購明細資料.小計, case when "
+                u"(採購明細資料.單位=[{}].單位) then cast(採購明細資料.已入庫數 as float) else '' end AS 入庫數, [{}].單位, 採購資料.幣別, "
+                u"採購明細資料.請購單號,採購資料.廠商代號,採購資料.廠商簡稱,採購明細資料.檢驗單號,採購明細資料.序,採購明細資料.剖切尺寸,採購明細資料.寬剖 "
+                u"from (採購資料 INNER JOIN 採購明細資料 ON 採購資料.採購單號 = 採購明細資料.採購單號) left JOIN [{}] ON 採購明細資料.原料代號 = "
+                u"[{}].[{}]",
+                t, t, t, t, family.code) +
+            orderLineCondition(session, input) +
+            sql(u"and 採購資料.廠商代號 = '{}' and cast(採購明細資料.已入庫數 as float)>0  and 採購資料.採購日期 between '{}' and '{}' Order By "
+                u"採購資料.採購單號",
+                session.pickVendor, input.from, input.to)};
+}
+
+PickSpec pick(const QString& name, const QString& title,
+              std::vector<SqlText> (*statements)(const Session&, const PickInput&)) {
+    PickSpec spec{name, title, u"取得輔助資料錯誤"_s};
+    spec.statements = statements;
+    spec.moneyColumns = {u"進價"_s, u"單價"_s, u"小計"_s, u"幣別"_s};
+    return spec;
+}
+
+} // namespace
+
+PickSpec requisitionLinePick(const QString&) {
+    PickSpec spec = pick(u"frm原料輔助視窗_請購"_s, u"原料輔助視窗(採購)"_s, requisitionLineStatements);
+    spec.several = true;
+    spec.sortOptions = {u"代 號"_s, u"名稱規格"_s};
+    return spec;
+}
+
+PickSpec workOrderPick() {
+    PickSpec spec = pick(u"frm工單輔助視窗_採購"_s, u"工單輔助視窗(採購)"_s, workOrderStatements);
+    spec.sortOptions = {u"單號"_s, u"材質"_s, u"交貨日期"_s, u"客戶"_s};
+    return spec;
+}
+
+PickSpec orderItemPick() {
+    PickSpec spec = pick(u"frm原料輔助視窗_採購"_s, u"原料輔助視窗(採購)"_s, orderItemStatements);
+    spec.sortOptions = {u"代 號"_s, u"名稱規格"_s};
+    return spec;
+}
+
+PickSpec requisitionPick() { return pick(u"frm採購輔助視窗_請購單"_s, u"採購輔助視窗"_s, requisitionStatements); }
+
+PickSpec requisitionItemPick() {
+    PickSpec spec = pick(u"frm原料輔助視窗_申購"_s, u"原料輔助視窗"_s, requisitionItemStatements);
+    spec.several = true;
+    return spec;
+}
+
+PickSpec itemPick() {
+    PickSpec spec = pick(u"frm原料輔助視窗"_s, u"原料輔助視窗"_s, itemStatements);
+    spec.filterEachKey = true;
+    return spec;
+}
+
+PickSpec openOrderLinePick() {
+    PickSpec spec = pick(u"frm採購輔助視窗"_s, u"採購輔助視窗"_s, openOrderLineStatements);
+    spec.checkBox = u"顯示全部"_s;
+    return spec;
+}
+
+PickSpec receivedOrderLinePick(const QString& from, const QString& to) {
+    PickSpec spec = pick(u"frm採購輔助視窗_退貨"_s, u"採購輔助視窗_退貨"_s, receivedOrderLineStatements);
+    spec.dateLabels = {u"起始日期:"_s, u"結束日期:"_s};
+    spec.from = from;
+    spec.to = to;
+    return spec;
+}
+
+// ---- what a picked row becomes ----
+
+OrderLine lineOfRequisitionPick(const QStringList& row, const QString& category) {
+    const auto text = [&](int element) { return row.value(element).trimmed(); };
+    OrderLine line;
+    line.請購單號 = text(0);
+    line.原料代號 = text(1);
+    line.廠商名稱 = line.原料名稱 = text(2);
+    line.規格 = text(3);
+    line.數量 = line.未交數 = numberText(val(text(4)));
+    line.單位 = text(14);
+    line.送清 = u"N"_s;
+    line.交貨日期 = text(10);
+    line.印件編號 = text(9);
+    if (category != u"物料") line.楞別 = text(16);
+    line.寬剖 = u"1"_s;
+    return line;
+}
+
+OrderLine lineOfWorkOrderPick(const QStringList& row) {
+    const auto text = [&](int element) { return row.value(element).trimmed(); };
+    OrderLine line;
+    line.印件編號 = text(0);
+    line.客戶代號 = text(3);
+    line.客戶簡稱 = text(4);
+    line.紙箱代號 = text(5);
+    line.料號 = text(6);
+    line.原料代號 = text(17);
+    line.廠商名稱 = line.原料名稱 = text(7);
+    line.規格 = text(8) + u'*' + text(9);
+    line.數量 = line.未交數 = numberText(val(text(11)));
+    line.單位 = u"PCS"_s;
+    line.楞別 = text(10);
+    line.剖切尺寸 = text(12) + u'*' + text(13);
+    line.壓線種類 = text(15);
+    line.壓線尺寸 = text(14);
+    // Each crease but the seventh brings the sign behind it.
+    if (line.壓線尺寸.endsWith(u'*')) line.壓線尺寸.chop(1);
+    line.送清 = u"N"_s;
+    line.備註 = truncateBytes(text(16), 50);
+    line.寬剖 = numberText(val(text(18)));
+    return line;
+}
+
+void putItemPick(OrderLine& line, const QStringList& row, const QString& category) {
+    const auto text = [&](int element, int limit) { return truncateBytes(row.value(element).trimmed(), limit); };
+    line.原料代號 = text(0, 20);
+    line.廠商名稱 = line.原料名稱 = text(1, 40);
+    if (category == u"物料") line.規格 = text(2, 40);
+    if (category == u"紙板") line.楞別 = text(8, 10);
+    line.單位 = text(4, 10);
+    line.寬剖 = u"1"_s;
+    if (line.送清.isEmpty()) line.送清 = u"N"_s;
+}
+
+} // namespace liaowu

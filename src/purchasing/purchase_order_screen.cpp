@@ -1,0 +1,440 @@
+#include "purchasing/purchase_order_screen.h"
+#include "common/clock.h"
+#include "common/currency.h"
+#include "common/document_numbers.h"
+#include "common/guard.h"
+#include "common/text_values.h"
+#include "frame/lookups.h"
+#include "frame/pick_window.h"
+#include "purchasing/order_picks.h"
+#include "purchasing/order_page_view.h"
+#include "purchasing/order_queries.h"
+#include "purchasing/order_rules.h"
+#include <QCheckBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace liaowu {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+ScreenInfo infoOf(const Session& session) {
+    const bool materials = session.category == u"物料";
+    ScreenInfo info;
+    info.name = u"frm採購作業系統"_s;
+    info.title = materials ? u"物料採購作業"_s : u"紙板採購作業"_s;
+    info.moduleKey = materials ? u"frm物料採購作業"_s : u"frm紙板採購作業"_s;
+    info.table = u"採購資料"_s;
+    info.keyColumn = u"採購單號"_s;
+    info.keyField = u"txt採購單號"_s;
+    info.recordWord = u"採購單號"_s;
+    info.tools = {u"add"_s,  u"edit"_s, u"del"_s,  u"search"_s, u"save"_s,     u"|"_s,     u"first"_s, u"previous"_s,
+                  u"next"_s, u"last"_s, u"|"_s,    u"審單"_s,   u"整批審單"_s, u"print"_s, u"|"_s,     u"exit"_s};
+    return info;
+}
+
+} // namespace
+
+void registerPurchaseOrderScreen(Process& process) {
+    process.registerScreen(u"frm採購作業系統"_s, [](Process& on) -> ScreenFrame* { return new frm採購作業系統(on); });
+}
+
+frm採購作業系統::frm採購作業系統(Process& on)
+    : DocumentScreen(on, infoOf(on.session), orderDocumentSpec(on.session.category)) {
+    if (session.approvalParam == u"N") hideTool(u"審單"_s);
+    buildFooter();
+    buildPanels();
+    connectGrid();
+    bindLookup(u"txt廠商代號"_s, u"scmd廠商代號"_s, [this](bool fromButton) { lookUpVendor(fromButton); });
+    bindLookup(u"txt業務員代號"_s, u"scmd業務員"_s, [this](bool fromButton) { lookUpBuyer(fromButton); });
+    bindLookup(u"txt申購單位"_s, u"sscmd申購單位"_s, [this](bool fromButton) { loadRequisition(fromButton); });
+    // The code alone is not the vendor: what was typed over needs a look-up again.
+    connect(entry(this, u"txt廠商代號"_s), &EntryField::typedInto, this, [this] { label(this, u"lbl廠商簡稱"_s)->clear(); });
+    connect(entry(this, u"txt業務員代號"_s), &EntryField::typedInto, this, [this] { label(this, u"lbl業務員名稱"_s)->clear(); });
+    check(this, u"chk稅"_s)->setEnabled(false);
+}
+
+void frm採購作業系統::buildFooter() { buildOrderFooter(footer(), this); }
+
+void frm採購作業系統::buildPanels() {
+    notesPanel = buildNotesPanel(recordPage());
+    qualityPanel = buildQualityPanel(recordPage());
+    connect(button(this, u"scmd品質要求"_s), &QPushButton::clicked, this, [this] {
+        placePanel(qualityPanel, recordPage());
+        qualityPanel->setVisible(!qualityPanel->isVisible());
+        if (qualityPanel->isVisible()) memo(this, u"txt品質要求"_s)->setFocus();
+    });
+    connect(memo(this, u"txt品質要求"_s), &QPlainTextEdit::textChanged, this, [this] {
+        const bool filled = !memo(this, u"txt品質要求"_s)->toPlainText().isEmpty();
+        button(this, u"scmd品質要求"_s)->setText(filled ? u"品質要求 ●"_s : u"品質要求"_s);
+    });
+    connect(button(this, u"LblClose經驗"_s), &QPushButton::clicked, this, [this] { notesPanel->hide(); });
+}
+
+void frm採購作業系統::prepare() {
+    canSeePrice = rights.金額;
+    session.amountRight = canSeePrice;
+    if (!rights.批審) hideTool(u"整批審單"_s);
+    guarded(session, u"取得所有公式資料錯誤"_s, [this] {
+        Connection connection(session.pool, session.connectionString);
+        formulas = loadFormulas(connection, FormulaOrder::ByCategory);
+    });
+    guarded(session, u"取得所有片語資料錯誤"_s, [this] { phraseCache = loadPhrases(session); });
+    showColumnsOfCategory();
+}
+
+void frm採購作業系統::showColumnsOfCategory() {
+    if (session.category != u"物料") return;
+    for (const auto& title : boardOnlyColumns()) fml明細->setColumnTwips(title, 0);
+    fml明細->setColumnTwips(u"內部品名"_s, 2200);
+    fml明細->setColumnTitle(u"內部品名"_s, u"原料名稱"_s);
+}
+
+SqlText frm採購作業系統::browseStatement() const { return orderBrowseStatement(session); }
+
+SearchSpec frm採購作業系統::searchSpec() const { return orderSearch(session, canSeePrice); }
+
+void frm採購作業系統::screenCommand(const QString& key) {
+    if (key == u"審單") {
+        approve();
+    } else if (key == u"整批審單") {
+        if (rights.批審) {
+            session.messages.inform(u"整批審單"_s, u"整批審單功能尚未提供!"_s);
+        } else {
+            refuse(RefusedTextApproval);
+        }
+    }
+}
+
+// ---- states ----
+
+void frm採購作業系統::clearRecordPage() {
+    DocumentScreen::clearRecordPage();
+    for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s, u"Lbl分數"_s}) label(this, name)->clear();
+    check(this, u"chk稅"_s)->setChecked(false);
+    showApproval(u"N"_s, {}, {});
+    label(this, u"txt合計"_s)->setText(QString());
+    entry(this, u"txt合計備用"_s)->showText(QString());
+    isApproved = false;
+    loadedLines.clear();
+    lastDocumentNumber.clear();
+    loadedStamp.clear();
+    notesPanel->hide();
+    qualityPanel->hide();
+    shownItem.clear();
+    showStock();
+}
+
+void frm採購作業系統::fillNewRecord() {
+    entry(this, u"txt採購日期"_s)->showText(today8(session));
+    entry(this, u"txt業務員代號"_s)->showText(session.salesmanCode);
+    label(this, u"lbl業務員名稱"_s)->setText(session.salesmanName);
+    auto* category = combo(this, u"Cbo類別"_s);
+    category->clear();
+    category->addItem(session.category);
+    auto* purpose = combo(this, u"cbo採購類別"_s);
+    purpose->clear();
+    purpose->addItems({u"庫存"_s, u"生產"_s});
+    auto* currency = combo(this, u"cbo幣別"_s);
+    currency->lock(!canSeePrice);
+    if (canSeePrice) currency->addItems(currencies(session));
+    auto* number = entry(this, u"txt採購單號"_s);
+    number->setEnabled(false);
+    if (session.approvalParam == u"N")
+        showApproval(u"Y"_s, session.salesmanName, entry(this, u"txt採購日期"_s)->text(), false);
+    showTotal();
+    entry(this, u"txt廠商代號"_s)->setFocus(Qt::OtherFocusReason);
+}
+
+int frm採購作業系統::showRecord(const QString& key) {
+    std::optional<OrderDocument> order;
+    const bool read = guarded(session, u"顯示資料錯誤"_s, [&] {
+        Connection connection(session.pool, session.connectionString);
+        order = loadOrder(connection, key, canSeePrice);
+    });
+    if (!read || !order) return Failed;
+    const OrderHeader& header = order->header;
+    clearRecordPage();
+    for (const OrderBinding& binding : orderBindings()) setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
+    combo(this, u"Cbo類別"_s)->showText(header.類別);
+    auto* currency = combo(this, u"cbo幣別"_s);
+    currency->lock(!canSeePrice);
+    if (canSeePrice && currency->count() <= 1) {
+        currency->clear();
+        currency->addItems(currencies(session));
+    }
+    currency->showText(header.幣別);
+    auto* purpose = combo(this, u"cbo採購類別"_s);
+    if (purpose->count() == 0) purpose->addItems({u"庫存"_s, u"生產"_s});
+    purpose->showText(header.採購類別);
+    if (order->vendor) {
+        label(this, u"lbl廠商簡稱"_s)->setText(order->vendor->廠商簡稱);
+        label(this, u"Lbl分數"_s)->setText(order->vendor->分數);
+        memo(this, u"txt經驗傳承"_s)->setPlainText(order->vendor->經驗傳承);
+    }
+    entry(this, u"txt合計備用"_s)->showText(header.合計);
+    label(this, u"txt合計"_s)->setText(canSeePrice ? formatAmount(header.合計) : MaskedMoney);
+    isApproved = header.審單 == u"Y";
+    showApproval(isApproved ? u"Y"_s : u"N"_s, header.審單人, header.審單日期, session.approvalParam != u"N");
+    for (size_t i = 0; i < order->lines.size() && i < static_cast<size_t>(document.depth); ++i)
+        putLine(static_cast<int>(i) + 1, order->lines[i]);
+    fml明細->setLineCount(static_cast<int>(order->lines.size()));
+    loadedLines = order->lines;
+    lastDocumentNumber = header.採購單號;
+    loadedStamp = stampOf(header);
+    entry(this, u"txt速查單號"_s)->showText(QString());
+    showStock();
+    entry(this, u"txt廠商代號"_s)->setFocus(Qt::OtherFocusReason);
+    return 0;
+}
+
+bool frm採購作業系統::quickFind(const QString& number) {
+    if (reloadBrowse() == Failed) return true;
+    if (browseSet.RecordCount() == 0) return false;
+    browseSet.MoveFirst();
+    if (!browseSet.Find(u"採購單號"_s, number)) {
+        browseSet.MoveLast();
+        return false;
+    }
+    gotoRecord(browseSet.text(0).trimmed());
+    return true;
+}
+
+// ---- header look-ups ----
+
+void frm採購作業系統::takeVendor(const VendorRow& vendor) {
+    entry(this, u"txt廠商代號"_s)->showText(vendor.廠商代號);
+    label(this, u"lbl廠商簡稱"_s)->setText(vendor.廠商簡稱);
+    combo(this, u"cbo幣別"_s)->showText(vendor.幣別);
+    label(this, u"Lbl分數"_s)->setText(vendor.分數);
+    entry(this, u"txt業務員代號"_s)->showText(vendor.業務員代號);
+    label(this, u"lbl業務員名稱"_s)->setText(vendor.業務員名稱);
+    check(this, u"chk稅"_s)->setChecked(val(vendor.發票稅率) > 0);
+    memo(this, u"txt經驗傳承"_s)->setPlainText(vendor.經驗傳承);
+    markModified(true);
+    // What is known of the vendor comes up beside the new order, without taking the focus.
+    if (mode() == ModeAdd && !vendor.經驗傳承.trimmed().isEmpty()) {
+        placePanel(notesPanel, recordPage());
+        notesPanel->show();
+    }
+    entry(this, u"txt採購日期"_s)->setFocus(Qt::OtherFocusReason);
+}
+
+void frm採購作業系統::lookUpVendor(bool fromButton) {
+    auto* field = entry(this, u"txt廠商代號"_s);
+    const QString text = field->text().trimmed();
+    std::optional<VendorRow> vendor;
+    const auto find = [&](const QString& code) {
+        return guarded(session, u"依廠商代號取得廠商資料錯誤"_s, [&] {
+            Connection connection(session.pool, session.connectionString);
+            vendor = findVendor(session, connection, code);
+        });
+    };
+    if (!fromButton && !find(text)) return;
+    if (!vendor) {
+        session.pickParam = text;
+        session.formulaMode = session.category;
+        if (!pickRow(process, vendorPick(), this) || !find(session.picked(0))) return;
+    }
+    if (vendor) takeVendor(*vendor);
+}
+
+void frm採購作業系統::lookUpBuyer(bool fromButton) {
+    auto* field = entry(this, u"txt業務員代號"_s);
+    const QString text = field->text().trimmed();
+    std::optional<std::pair<QString, QString>> person;
+    if (!fromButton && !guarded(session, u"依業務代號取得業務資料錯誤"_s, [&] {
+            Connection connection(session.pool, session.connectionString);
+            person = findPerson(connection, text);
+        }))
+        return;
+    if (!person) {
+        session.pickParam = text;
+        session.formulaMode.clear();
+        if (!pickRow(process, personPick(), this)) return;
+        person = std::pair(session.picked(0), session.picked(1));
+    }
+    field->showText(person->first);
+    label(this, u"lbl業務員名稱"_s)->setText(person->second);
+    markModified(true);
+    focusNextChild();
+}
+
+void frm採購作業系統::loadRequisition(bool fromButton) {
+    if (combo(this, u"Cbo類別"_s)->currentText().isEmpty()) {
+        session.messages.stop(u"錯誤"_s, u"資材類別不能為空,確認后重新輸入!"_s);
+        return;
+    }
+    auto* field = entry(this, u"txt申購單位"_s);
+    session.formulaMode = session.category;
+    session.pickParam = field->text().trimmed();
+    session.pickVendor = entry(this, u"txt廠商代號"_s)->text().trimmed();
+    if (!pickRow(process, requisitionPick(), this)) return;
+    const QString number = session.picked(0);
+    OrderLines incoming;
+    const bool read = guarded(session, u"取得申購單資料錯誤"_s, [&] {
+        Connection connection(session.pool, session.connectionString);
+        incoming = requisitionLines(connection, number, session.category, canSeePrice);
+        if (session.category == u"紙板")
+            for (OrderLine& line : incoming) line.廠商名稱 = materialSizes(connection, line.原料代號, session.pickVendor);
+    });
+    if (!read) return;
+    field->showText(number);
+    fml明細->clearGrid();
+    for (size_t i = 0; i < incoming.size() && i < static_cast<size_t>(document.depth); ++i)
+        putLine(static_cast<int>(i) + 1, incoming[i]);
+    fml明細->setLineCount(static_cast<int>(incoming.size()));
+    markModified(true);
+    // A price comes into the document's currency on whichever way the requisition was loaded.
+    Q_UNUSED(fromButton)
+    refreshAllPrices();
+    fml明細->setFocus(Qt::OtherFocusReason);
+    fml明細->select(1, u"大紙數"_s);
+}
+
+// ---- saving ----
+
+OrderHeader frm採購作業系統::headerOnScreen() const {
+    auto* self = const_cast<frm採購作業系統*>(this);
+    OrderHeader header;
+    for (const OrderBinding& binding : orderBindings())
+        header.*binding.member = controlText(self->findChild<QWidget*>(binding.control)).trimmed();
+    header.類別 = session.category;
+    header.合計 = entry(self, u"txt合計備用"_s)->text();
+    header.審單 = approvalMark();
+    header.審單人 = approvalPerson();
+    header.審單日期 = approvalDate();
+    header.品質要求 = memo(self, u"txt品質要求"_s)->toPlainText();
+    return header;
+}
+
+bool frm採購作業系統::showFinding(const Finding& finding) {
+    session.messages.stop(finding.title, finding.text);
+    if (!finding.control.isEmpty()) {
+        entry(this, finding.control)->setFocus(Qt::OtherFocusReason);
+    } else {
+        fml明細->select(finding.row, finding.column);
+        fml明細->setFocus(Qt::OtherFocusReason);
+    }
+    return false;
+}
+
+bool frm採購作業系統::checkHeader() {
+    if (label(this, u"lbl廠商簡稱"_s)->text().isEmpty()) entry(this, u"txt廠商代號"_s)->showText(QString());
+    if (label(this, u"lbl業務員名稱"_s)->text().isEmpty()) entry(this, u"txt業務員代號"_s)->showText(QString());
+    if (label(this, u"lbl廠商簡稱"_s)->text().trimmed().isEmpty())
+        return showFinding({u"錯誤"_s, u"「廠商」欄位不可為空白!"_s, u"txt廠商代號"_s});
+    auto* date = entry(this, u"txt採購日期"_s);
+    if (date->text().isEmpty()) date->showText(today8(session));
+    if (validDate8(date->text()) != 0)
+        return showFinding({u"錯誤"_s, u"「採購日期」日期輸入錯誤!"_s, u"txt採購日期"_s});
+    if (const auto finding = checkOrderLines(linesOnScreen())) return showFinding(*finding);
+    return true;
+}
+
+bool frm採購作業系統::confirmOverwrite(const OrderConflict& conflict) {
+    return session.messages.ask(
+        u"詢問"_s, u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict.person, conflict.time), false);
+}
+
+void frm採購作業系統::saveOrderAs(const QString& parameter) {
+    const bool isNew = mode() == ModeAdd;
+    if (!isNew && !rights.修改) return refuse();
+    if (session.approvalParam == u"Y" && approvalMark() == u"Y" && isApproved && parameter != u"審單") {
+        session.messages.warn(u"提示"_s, u"該單已審單,不允許修改"_s);
+        return;
+    }
+    fml明細->endEdit();
+    if (!checkHeader()) return;
+    if (!isNew && parameter != u"審單" && !session.messages.ask(u"詢問"_s, u"確定更新此筆資料?"_s)) return;
+
+    auto* number = entry(this, u"txt採購單號"_s);
+    // A number drawn for a save that the server refused is drawn anew.
+    if (isNew && (number->text().trimmed().isEmpty() || number->property("drawn").toBool())) {
+        const QString drawn = nextDocumentNumber(session, orderNumbers());
+        if (drawn.isEmpty()) return;
+        number->showText(drawn);
+        number->setProperty("drawn", true);
+    }
+    OrderSave save;
+    save.header = headerOnScreen();
+    save.lines = linesOnScreen();
+    save.loaded = loadedLines;
+    save.isNew = isNew;
+    save.lastDocumentNumber = lastDocumentNumber;
+    save.loadedStamp = loadedStamp;
+    save.canSeePrice = canSeePrice;
+    save.mayApprove = rights.審單 || rights.批轉;
+    try {
+        std::optional<OrderConflict> conflict;
+        {
+            Busy busy(session.messages);
+            conflict = saveOrder(session, save);
+        }
+        if (conflict) {
+            if (!confirmOverwrite(*conflict)) return;
+            save.overwrite = true;
+            Busy busy(session.messages);
+            saveOrder(session, save);
+        }
+    } catch (const Refusal& refusal) {
+        session.messages.warn(refusal.title, refusal.text);
+        return;
+    } catch (const DatabaseError& error) {
+        const QString title = isNew ? u"儲存錯誤"_s : u"更新錯誤"_s;
+        if (isNew && error.isDuplicateKey()) {
+            session.messages.stop(title, u"採購明細中有重復的原物料或採購單號重復!"_s);
+        } else {
+            session.messages.stop(title, error.text);
+        }
+        return;
+    }
+    number->setProperty("drawn", false);
+    lastDocumentNumber = currentKey = save.header.採購單號;
+    loadedStamp = stampOf(save.header);
+    loadedLines = save.lines;
+    isApproved = save.header.審單 == u"Y";
+    session.documentSaved = true;
+    markModified(false);
+    session.messages.notice(u"已儲存 %1"_s.arg(save.header.採購單號));
+    if (!session.screenFunction.isEmpty()) return;
+    if (isNew) {
+        session.messages.inform(u"資料儲存"_s, u"資料儲存完畢!"_s);
+        beginEdit();
+    } else {
+        session.messages.inform(u"資料更新"_s, u"資料更新完畢!"_s);
+        gotoRecord(save.header.採購單號);
+    }
+}
+
+void frm採購作業系統::deleteRecord() {
+    if (!rights.刪除) {
+        refuse();
+        showPage(mode());
+        return;
+    }
+    if (lastDocumentNumber.isEmpty() || !session.messages.ask(u"刪除詢問"_s, u"確定要刪除此筆資料?"_s, false)) return;
+    if (!guarded(session, u"刪除錯誤"_s, [this] { deleteOrder(session, lastDocumentNumber); })) return;
+    session.messages.inform(u"資料刪除"_s, u"資料刪除完畢!"_s);
+    beginEdit();
+}
+
+void frm採購作業系統::approve() {
+    approvalStep(
+        [this] {
+            if (!isApproved || rights.驗收) return true;
+            bool received = true;
+            const bool read = guarded(session, u"顯示資料錯誤"_s, [&] {
+                Connection connection(session.pool, session.connectionString);
+                received = orderHasReceipts(connection, lastDocumentNumber);
+            });
+            if (read && received) session.messages.warn(u"提示"_s, u"此採購單已有入庫產生,反審單被取消!"_s);
+            return read && !received;
+        },
+        [this] { saveOrderAs(u"審單"_s); });
+}
+
+} // namespace liaowu

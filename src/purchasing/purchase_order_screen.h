@@ -1,0 +1,90 @@
+#pragma once
+#include "data/connection.h"
+#include "formula/evaluator.h"
+#include "formula/formula_definitions.h"
+#include "common/phrases.h"
+#include "frame/document_screen.h"
+#include "purchasing/order_pricing.h"
+#include "purchasing/order_store.h"
+
+class QLabel;
+class QTimer;
+
+namespace liaowu {
+
+void registerPurchaseOrderScreen(Process& process);
+
+/// The purchase order: `frm採購作業系統`, one screen for the families 物料, 紙板 and 凸版.
+class frm採購作業系統 : public DocumentScreen {
+public:
+    explicit frm採購作業系統(Process& process);
+
+protected:
+    void prepare() override;
+    SqlText browseStatement() const override;
+    int showRecord(const QString& key) override;
+    void fillNewRecord() override;
+    void saveRecord() override { saveOrderAs(QString()); }
+    void deleteRecord() override;
+    SearchSpec searchSpec() const override;
+    void screenCommand(const QString& key) override;
+    void clearRecordPage() override;
+    bool quickFind(const QString& number) override;
+    QString refusalText() const override { return RefusedText; }
+
+private:
+    // the page
+    void buildFooter();
+    void buildPanels();
+    void connectGrid();
+    void showColumnsOfCategory();
+
+    // header look-ups
+    void lookUpVendor(bool fromButton);
+    void takeVendor(const struct VendorRow& vendor);
+    void lookUpBuyer(bool fromButton);
+    void loadRequisition(bool fromButton);
+
+    // lines
+    OrderLine lineAt(int row) const;
+    void putLine(int row, const OrderLine& line);
+    OrderLines linesOnScreen() const;
+    bool cellEdited(int row, const QString& title, const QString& before, bool batch);
+    bool mayType(const QString& title) const;
+    QStringList listOf(int row, const QString& title) const;
+    bool runPick(int row, const QString& title);
+    bool pickRequisitionLines(int row);
+    bool pickWorkOrder(int row);
+    bool pickItem(int row);
+    bool resolveCode(int row, const QString& code);
+    void takeItem(int row, const QStringList& itemRow);
+    /// Recalculates a row and the total. A formula that cannot be evaluated is told, later when `late`.
+    void recalculate(int row, bool late);
+    void priceLine(Connection& connection, OrderLine& line, const PriceFound& master);
+    void refreshAllPrices();
+    void showTotal();
+    void cellEntered(int row, const QString& title);
+    void showStock();
+
+    // saving
+    void saveOrderAs(const QString& parameter);
+    OrderHeader headerOnScreen() const;
+    bool checkHeader();
+    bool showFinding(const Finding& finding);
+    bool confirmOverwrite(const OrderConflict& conflict);
+    void approve();
+
+    FormulaTable formulas;
+    PhraseCache phraseCache;
+    CEval evaluator;
+    ItemRow itemRow; ///< the last item that a look-up found: its 單位 chooses the formula
+    bool canSeePrice = false;
+    QString lastDocumentNumber;
+    QString loadedStamp;
+    OrderLines loadedLines; ///< as last loaded or saved
+    QString shownItem;      ///< item of the stock panel
+    QFrame* notesPanel = nullptr;
+    QFrame* qualityPanel = nullptr;
+};
+
+} // namespace liaowu
