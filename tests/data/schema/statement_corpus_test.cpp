@@ -1,8 +1,7 @@
-#include "data/schema/scratch_plant.h"
+#include "data/schema/plant_database.h"
 #include "dbtool/demo.h"
 #include <QFile>
 #include <QHash>
-#include <gtest/gtest.h>
 
 namespace liaowu {
 namespace {
@@ -50,8 +49,8 @@ std::pair<int, QString> tried(Connection& connection, const QString& statement) 
 }
 
 TEST(StatementCorpus, EveryStatementRunsOnTheSchema) {
-    test::ScratchPlant plant;
-    Connection connection(plant.pool, plant.target());
+    PlantDatabase plant;
+    Connection connection(plant.pool, plant.target);
     int refused = 0;
     const std::vector<Statement> statements = corpus();
     for (const Statement& statement : statements) {
@@ -62,16 +61,19 @@ TEST(StatementCorpus, EveryStatementRunsOnTheSchema) {
     }
     EXPECT_GT(statements.size(), 500u);
     EXPECT_EQ(refused, impossible().size());
-    std::cout << "statements of the screens: " << statements.size() << ", refused as they must be: " << refused << "\n";
+    std::cout << "statements of the screens: " << statements.size()
+              << ", refused as they must be: " << refused << "\n";
 }
 
 // Casts and dates fail on values, not on preparation: the reading statements also run over a plant at work.
 TEST(StatementCorpus, ReadingStatementsRunOnAPlantAtWork) {
-    test::ScratchPlant plant(test::ScratchPlant::Nothing);
-    createDemo(plant.pool, plant.target(), 0.05);
-    Connection connection(plant.pool, plant.target());
+    TestDatabase plant;
+    createDemo(plant.pool, plant.target, 0.05);
+    Connection connection(plant.pool, plant.target);
     for (const Statement& statement : corpus()) {
-        if (!statement.text.startsWith(u"select", Qt::CaseInsensitive) || impossible().contains(statement.name)) continue;
+        if (!statement.text.startsWith(u"select", Qt::CaseInsensitive) ||
+            impossible().contains(statement.name))
+            continue;
         const auto [number, text] = tried(connection, statement.text);
         EXPECT_EQ(number, 0) << qPrintable(statement.name) << ": " << qPrintable(text);
     }
