@@ -106,7 +106,8 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
             fml明細->unmarkCell(row, u"走紙才"_s);
         } else {
             fml明細->markCell(row, u"走紙才"_s, FaultColour, u"剖切尺寸沒有數字"_s);
-            if (!batch) session.messages.notice(u"第%1行剖切尺寸沒有數字,走紙才以 %2 計"_s.arg(row).arg(line.寬剖));
+            if (!batch && session.category != u"物料")
+                session.messages.notice(u"第%1行剖切尺寸沒有數字,走紙才以 %2 計"_s.arg(row).arg(line.寬剖));
         }
     } else if (title != u"代號" && title != u"申購單號" && title != u"工單單號") {
         fml明細->setText(row, title, fml明細->text(row, title).trimmed());

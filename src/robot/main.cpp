@@ -3,7 +3,6 @@
 #include "robot/robot_stage.h"
 #include <QApplication>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <cstdio>
@@ -36,10 +35,14 @@ int main(int argc, char** argv) {
         return 2;
     }
     if (!show) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What the offscreen platform cannot do is no news.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+        if (text.startsWith(u"This plugin does not support")) return;
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+    });
     // A place of its own keeps the platform quiet where nobody is logged in.
     const QTemporaryDir runtime;
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
     QApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
     applyLook(application);

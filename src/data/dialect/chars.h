@@ -1,5 +1,6 @@
 #pragma once
 #include <QtGlobal>
+#include <array>
 
 namespace liaowu::dialect {
 
@@ -12,9 +13,19 @@ constexpr bool isDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
 }
 
+inline constexpr std::array<bool, 128> asciiNameParts = [] {
+    std::array<bool, 128> part{};
+    for (char16_t letter = u'a'; letter <= u'z'; ++letter)
+        part[letter] = part[letter - 32u] = true;
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+        part[digit] = true;
+    for (const char16_t sign : {u'_', u'@', u'#', u'$'})
+        part[sign] = true;
+    return part;
+}();
+
 constexpr bool isNamePart(char16_t c) {
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || isDigit(c) || c == u'_' || c == u'@' ||
-           c == u'#' || c == u'$' || (c > 127 && !isBlank(c));
+    return c < 128 ? asciiNameParts[c] : !isBlank(c);
 }
 
 constexpr bool isSymbol(char16_t c) {

@@ -1,4 +1,5 @@
 #include "data/dialect/emit.h"
+#include "data/dialect/engine_limits.h"
 #include "data/dialect/lexer.h"
 #include "data/dialect/parser.h"
 #include "data/dialect/refuse.h"
@@ -49,6 +50,7 @@ void Emitter::run(std::vector<Statement>& statements) {
         aliases.clear();
         translation.native += statement(statements[i], i + 1 == statements.size(), only);
     }
+    if (!fitsParserStack(translation.native)) refuse(0, u"The statement is nested too deeply."_s);
     if (translation.parameters.size() > 30000)
         refuse(0, u"A statement of so many literals is not covered."_s);
 }

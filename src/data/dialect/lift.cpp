@@ -2,6 +2,7 @@
 #include "data/dialect/dialect.h"
 #include "data/dialect/refuse.h"
 #include <charconv>
+#include <cstring>
 
 namespace liaowu::dialect {
 
@@ -14,14 +15,14 @@ constexpr quint64 word(const char* text) {
     return key;
 }
 
-/// What is known at one depth of parentheses.
+/// What is known at one depth of parentheses. Without initializers: most depths are never reached.
 struct Level {
-    bool selectList = false; ///< between select and from
-    bool having = false;
-    bool positions = false; ///< after order by or group by
-    bool typeLength = false;
-    bool convert = false;
-    int commas = 0;
+    bool selectList; ///< between select and from
+    bool having;
+    bool positions; ///< after order by or group by
+    bool typeLength;
+    bool convert;
+    int commas;
 };
 
 constexpr int maxDepth = 64;
@@ -33,12 +34,14 @@ public:
         // A one-digit number grows by a character, and something stands between any two numbers.
         result.shape = QString(from.size() + from.size() / 2 + 2, Qt::Uninitialized);
         out = outBegin = reinterpret_cast<char16_t*>(result.shape.data());
-        result.literals.reserve(8);
+        result.literals.reserve(4);
+        levels[0] = {};
     }
 
     /// False when the statement turned out to be grouped and must be lifted as such.
     bool run();
     Lifted take() {
+        copyUpTo(end);
         result.shape.truncate(out - outBegin);
         return std::move(result);
     }
@@ -47,6 +50,7 @@ private:
     const char16_t* begin;
     const char16_t* at;
     const char16_t* end;
+    const char16_t* copied = begin; ///< what lies before is in the shape
     char16_t* outBegin = nullptr;
     char16_t* out = nullptr;
     bool grouped;
@@ -65,18 +69,22 @@ private:
 
     Level& level() { return levels[static_cast<size_t>(depth)]; }
     [[noreturn]] void refuseHere(const QString& sentence) const { refuse(at - begin, sentence); }
-    void copyTo(const char16_t* to) {
-        while (at < to)
-            *out++ = *at++;
+    void copyUpTo(const char16_t* to) {
+        std::memcpy(out, copied, static_cast<size_t>(to - copied) * sizeof(char16_t));
+        out += to - copied;
+        copied = to;
     }
     bool lifts() const {
         const Level& here = levels[static_cast<size_t>(depth)];
         return !schema && !here.positions && !here.typeLength &&
                !(grouped && (here.selectList || here.having));
     }
-    void marker(char16_t kind) {
+    /// Puts a marker in the place of the literal that ends at `to`.
+    void lifted(char16_t kind, const char16_t* to) {
+        copyUpTo(at);
         *out++ = u'?';
         *out++ = kind;
+        at = copied = to;
     }
     void quotedName(char16_t close);
     void textLiteral(const char16_t* opening);
@@ -96,7 +104,7 @@ void Lifter::quotedName(char16_t close) {
         ++to;
     }
     if (to == end) refuseHere(u"The name is not closed."_s);
-    copyTo(to + 1);
+    at = to + 1;
     valueNext = false;
 }
 
@@ -116,16 +124,15 @@ void Lifter::textLiteral(const char16_t* opening) {
     }
     if (to == opening + 1) prefixed = false;
     if (!valueNext || afterEscape || !lifts()) {
-        copyTo(to + 1);
+        at = to + 1;
     } else {
         Literal literal;
         literal.kind = Literal::Kind::Text;
         literal.text = QString(reinterpret_cast<const QChar*>(opening + 1), to - opening - 1);
         if (doubled) literal.text.replace(u"''"_s, u"'"_s);
         literal.length = static_cast<int>(to + 1 - at);
-        marker(afterLike && prefixed ? u'p' : u't');
         result.literals.push_back(std::move(literal));
-        at = to + 1;
+        lifted(afterLike && prefixed ? u'p' : u't', to + 1);
     }
     valueNext = false;
     afterLike = afterEscape = false;
@@ -156,7 +163,7 @@ void Lifter::number() {
     }
     const Level& here = level();
     if (afterTop || !lifts() || (here.convert && here.commas == 2)) {
-        copyTo(to);
+        at = to;
     } else {
         char digits[64];
         if (to - at >= 64) refuseHere(u"The number is too long."_s);
@@ -172,9 +179,9 @@ void Lifter::number() {
                 refuseHere(u"The number is out of range."_s);
             literal.text = QString::fromLatin1(digits, last - digits);
         }
-        marker(literal.kind == Literal::Kind::Integer ? u'i' : exponent ? u'e' : u'f');
+        const bool whole = literal.kind == Literal::Kind::Integer;
         result.literals.push_back(std::move(literal));
-        at = to;
+        lifted(whole ? u'i' : exponent ? u'e' : u'f', to);
     }
     valueNext = false;
     afterTop = afterLike = false;
@@ -200,12 +207,21 @@ void Lifter::comment() {
             }
         }
     }
-    copyTo(to);
+    at = to;
 }
 
 void Lifter::wordAt() {
     quint64 key = 0;
     const char16_t* to = at;
+    // No keyword begins with another letter, and the names of tables and columns mostly do.
+    if (*to > 127) {
+        do
+            ++to;
+        while (to < end && isNamePart(*to));
+        at = to;
+        valueNext = afterLike = afterTop = afterType = afterConvert = afterEscape = firstWord = false;
+        return;
+    }
     for (; to < end && isNamePart(*to); ++to) {
         // Eight letters fit; longer words and other letters give a key that is no keyword's.
         key = key >> 56 || *to > 127 ? quint64(1) << 63 : key << 8 | static_cast<quint64>(*to | 0x20);
@@ -215,7 +231,7 @@ void Lifter::wordAt() {
         textLiteral(to);
         return;
     }
-    copyTo(to);
+    at = to;
     keyword(key);
     firstWord = false;
 }
@@ -229,7 +245,7 @@ void Lifter::keyword(quint64 key) {
         if (firstWord) schema = true;
         break;
     case word("select"):
-        level() = Level();
+        level() = {};
         level().selectList = true;
         valueNext = true;
         break;
@@ -237,7 +253,7 @@ void Lifter::keyword(quint64 key) {
     case word("update"):
     case word("delete"):
     case word("union"):
-        level() = Level();
+        level() = {};
         break;
     case word("from"):
         level().selectList = false;
@@ -308,7 +324,7 @@ void Lifter::openLevel() {
 
 void Lifter::symbol() {
     const char16_t c = *at;
-    *out++ = *at++;
+    ++at;
     if (c == u'(') {
         openLevel();
         return;
@@ -322,7 +338,7 @@ void Lifter::symbol() {
     if (c == u',') ++level().commas;
     if (c == u';') {
         depth = 0;
-        level() = Level();
+        level() = {};
         firstWord = true;
         schema = false;
     }
@@ -334,7 +350,7 @@ bool Lifter::run() {
         const char16_t c = *at;
         const char16_t following = at + 1 < end ? at[1] : u'\0';
         if (isBlank(c)) {
-            *out++ = *at++;
+            ++at;
         } else if (isDigit(c) || (c == u'.' && isDigit(following) && valueNext)) {
             number();
         } else if (isNamePart(c)) {

@@ -4,7 +4,7 @@
 namespace liaowu::dialect {
 
 namespace {
-constexpr int maxNesting = 24;
+constexpr int maxNesting = 60;
 }
 
 Parser::Nested::Nested(Parser& in) : parser(in) {
@@ -110,6 +110,7 @@ std::vector<Statement> Parser::parse() {
     while (takeSymbol(u";")) {
     }
     while (peek().kind != Token::Kind::End) {
+        operations = 0;
         statements.push_back(statement());
         while (takeSymbol(u";")) {
         }
@@ -156,6 +157,7 @@ Statement Parser::insertStatement() {
         do {
             expectSymbol(u"(");
             std::vector<ExprPtr> row;
+            operations = 0;
             do {
                 if (isWord(u"default")) notCovered(u"DEFAULT as a value"_s);
                 row.push_back(expression());

@@ -15,6 +15,7 @@ private:
     std::vector<Token> tokens;
     size_t at = 0;
     int depth = 0;
+    int operations = 0; ///< of the arithmetic in one statement: they bound the depth of its tree
 
     /// Counts nesting, so that no statement exhausts the stack here or in the engine.
     class Nested {
@@ -55,6 +56,7 @@ private:
     ExprPtr predicate();
     ExprPtr sum();
     ExprPtr product();
+    ExprPtr operation(ExprPtr left);
     ExprPtr unary();
     ExprPtr primary();
     ExprPtr literal();

@@ -6,8 +6,8 @@ namespace liaowu::dialect {
 
 namespace {
 
-/// Chains longer than this are refused: the engine bounds the depth of a tree.
-constexpr size_t maxChain = 400;
+/// The engine bounds the depth of a tree, and a chain is as deep as it is long.
+constexpr int maxOperations = 600;
 
 bool isAggregateName(QStringView name) {
     static constexpr std::array<QStringView, 5> names = {u"count", u"sum", u"avg", u"min", u"max"};
@@ -128,30 +128,29 @@ ExprPtr Parser::inPredicate(ExprPtr value) {
     return result;
 }
 
+/// The operator at hand between `left` and what follows.
+ExprPtr Parser::operation(ExprPtr left) {
+    if (++operations > maxOperations) notCovered(u"A statement of so many operations"_s);
+    ExprPtr result = make(Expr::Kind::Arithmetic);
+    result->name = next().text;
+    const bool isSum = result->name == u"+" || result->name == u"-";
+    result->items.push_back(std::move(left));
+    result->items.push_back(isSum ? product() : unary());
+    return result;
+}
+
 ExprPtr Parser::sum() {
     ExprPtr left = product();
-    for (size_t length = 0; isSymbol(u"+") || isSymbol(u"-"); ++length) {
-        if (length == maxChain) notCovered(u"An expression of so many terms"_s);
-        ExprPtr result = make(Expr::Kind::Arithmetic);
-        result->name = next().text;
-        result->items.push_back(std::move(left));
-        result->items.push_back(product());
-        left = std::move(result);
-    }
+    while (isSymbol(u"+") || isSymbol(u"-"))
+        left = operation(std::move(left));
     if (isSymbol(u"&") || isSymbol(u"|") || isSymbol(u"^")) notCovered(u"The operator "_s + peek().text);
     return left;
 }
 
 ExprPtr Parser::product() {
     ExprPtr left = unary();
-    for (size_t length = 0; isSymbol(u"*") || isSymbol(u"/") || isSymbol(u"%"); ++length) {
-        if (length == maxChain) notCovered(u"An expression of so many factors"_s);
-        ExprPtr result = make(Expr::Kind::Arithmetic);
-        result->name = next().text;
-        result->items.push_back(std::move(left));
-        result->items.push_back(unary());
-        left = std::move(result);
-    }
+    while (isSymbol(u"*") || isSymbol(u"/") || isSymbol(u"%"))
+        left = operation(std::move(left));
     if (isWord(u"collate")) notCovered(u"COLLATE"_s);
     return left;
 }

@@ -6,6 +6,8 @@
 
 namespace liaowu::dialect {
 
+using namespace Qt::StringLiterals;
+
 /// An embedded database in memory that takes T-SQL: the shortest way from a statement to its rows.
 class Engine {
 public:
@@ -22,8 +24,11 @@ public:
     Result run(const QString& statement);
     /// What the engine says it will do, one line a step.
     QString plan(const QString& statement);
-    /// True when the engine takes the native text.
-    bool prepares(const Translation& translation, QString& fault);
+    /// What the engine says against the native text; empty when it takes it.
+    QString faultOf(const Translation& translation);
+    /// Takes a text of any kind: it must translate to something that the engine takes, or be refused as a
+    /// `DatabaseError` with number and sentence. Gives what went wrong; empty when nothing did.
+    QString surprise(const QString& text, bool* translated = nullptr);
 
     sqlite3* database = nullptr;
     std::unique_ptr<Catalog> catalog;
@@ -152,16 +157,35 @@ inline QString Engine::plan(const QString& statement) {
     return lines;
 }
 
-inline bool Engine::prepares(const Translation& translation, QString& fault) {
+inline QString Engine::faultOf(const Translation& translation) {
     const char* at = translation.native.constBegin();
     const char* const end = translation.native.constEnd();
     while (at != end) {
         const engine_detail::Prepared prepared(database, at, end);
-        if (prepared.code == SQLITE_OK) continue;
-        fault = QString::fromUtf8(sqlite3_errmsg(database));
-        return false;
+        if (prepared.code != SQLITE_OK) return QString::fromUtf8(sqlite3_errmsg(database));
+        if (sqlite3_bind_parameter_count(prepared.statement) >
+            static_cast<int>(translation.parameters.size()))
+            return u"more parameters than told"_s;
     }
-    return true;
+    return {};
+}
+
+inline QString Engine::surprise(const QString& text, bool* translated) {
+    try {
+        const Lifted lifted = lift(text);
+        const Translation translation = translate(lifted, *catalog);
+        if (translated) *translated = true;
+        for (const Parameter& parameter : translation.parameters)
+            valueOf(parameter, lifted);
+        const QString fault = faultOf(translation);
+        // Names of indexes are no concern of the catalog.
+        const bool indexName = translation.kind == Translation::Kind::Schema && fault.contains(u"index"_s);
+        return fault.isEmpty() || indexName ? QString()
+                                            : fault + u": "_s + QString::fromUtf8(translation.native);
+    } catch (const DatabaseError& error) {
+        return error.nativeError > 0 && !error.text.isEmpty() ? QString()
+                                                              : u"an error without number or text"_s;
+    }
 }
 
 } // namespace liaowu::dialect
