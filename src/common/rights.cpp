@@ -6,12 +6,12 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
 bool isAdministratorMark(const QString& mark) {
     const QString text = mark.trimmed().toUpper();
     return text == u"1" || text == u"Y" || text == u"TRUE" || text == u"√";
 }
+
+namespace {
 
 QString scopeOf(Connection& connection, const QString& userName) {
     Recordset rows = select(connection, sql(u"select 使用者業務明細.使用者,使用者業務明細.業務員代號 from   使用者業務明細  "

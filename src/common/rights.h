@@ -17,6 +17,9 @@ void loadUserProfile(Session& session);
 /// no message: the screen then refuses to open.
 UserRights loadRights(Session& session, const QString& moduleKey);
 
+/// Whether a value of 使用者資料.管理者 makes an administrator: "1", "Y", "True" or "√", in any case, trimmed.
+bool isAdministratorMark(const QString& mark);
+
 /// The salesperson scope on a qualified column, for statements that join two tables which both have it.
 QString scopeOn(const Session& session, const QString& table);
 

@@ -16,7 +16,8 @@ struct Pair {
     QString value;
 };
 
-/// OLE DB quotes values with ' or ", ODBC with braces; either doubles the closing sign inside.
+/// OLE DB quotes values with ' or " and doubles the sign inside; ODBC takes braces, which end at "};": not every
+/// driver knows a doubled one.
 enum class Quoting { OleDb, Odbc };
 
 struct Pairs {
@@ -75,11 +76,8 @@ private:
     }
 
     bool readQuoted(Pair& pair, QChar close) {
-        for (++at; at < text.size(); ++at) {
-            if (text[at] == close) {
-                if (at + 1 >= text.size() || text[at + 1] != close) break;
-                ++at;
-            }
+        for (++at; at < text.size() && !closes(close); ++at) {
+            if (quoting == Quoting::OleDb && text[at] == close) ++at;
             pair.value += text[at];
         }
         if (at >= text.size()) {
@@ -93,6 +91,13 @@ private:
             return false;
         }
         return true;
+    }
+
+    bool closes(QChar close) const {
+        if (text[at] != close) return false;
+        const QStringView rest = QStringView(text).mid(at + 1);
+        if (quoting == Quoting::OleDb) return !rest.startsWith(close);
+        return rest.trimmed().isEmpty() || rest.trimmed().startsWith(u';');
     }
 
     const QString& text;
@@ -168,10 +173,12 @@ ConnectionTarget embeddedTarget(const Pairs& pairs) {
     return target;
 }
 
-/// Braces only where a value would end early or lose its blanks: not every driver reads them the same way.
-QString odbcValue(const QString& value) {
+/// In braces where a value would end early or lose its blanks. The driver ends such a value at "};" and knows no
+/// doubling, so a value that holds these two cannot be said.
+QString odbcValue(const QString& key, const QString& value) {
     if (!value.contains(u';') && !value.startsWith(u'{') && value == value.trimmed()) return value;
-    return u'{' + QString(value).replace(u"}"_s, u"}}"_s) + u'}';
+    if (value.contains(u"};")) refuseKey(key, u"不可含有「};」"_s);
+    return u'{' + value + u'}';
 }
 
 /// The driver's file where Debian puts it, as not every installation registers its name.
@@ -217,15 +224,15 @@ ConnectionTarget serverTarget(const Pairs& pairs) {
     if (!number) refuseKey(u"Data Source"_s, u"連接埠不是數字"_s);
 
     ConnectionTarget target{ConnectionTarget::Engine::Odbc, {}, false, {}};
-    const auto add = [&](QStringView key, const QString& value) {
-        if (!value.isEmpty()) target.odbcString += key.toString() + u'=' + odbcValue(value) + u';';
+    const auto add = [&](const QString& key, const QString& value) {
+        if (!value.isEmpty()) target.odbcString += key + u'=' + odbcValue(key, value) + u';';
     };
-    add(u"Driver", freeTdsDriver());
-    add(u"Server", login.server);
-    add(u"Port", login.port);
-    add(u"Database", login.database);
-    add(u"UID", login.user);
-    add(u"PWD", login.password);
+    add(u"Driver"_s, freeTdsDriver());
+    add(u"Server"_s, login.server);
+    add(u"Port"_s, login.port);
+    add(u"Database"_s, login.database);
+    add(u"UID"_s, login.user);
+    add(u"PWD"_s, login.password);
     target.odbcString += u"TDS_Version=7.4;ClientCharset=UTF-8";
     return target;
 }

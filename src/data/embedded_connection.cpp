@@ -1,6 +1,8 @@
 #include "data/embedded_connection.h"
 #include "data/engine_error.h"
 #include <QFileInfo>
+#include <QStringEncoder>
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace liaowu {
@@ -91,7 +93,7 @@ bool isKept(const dialect::Translation& translation) {
 /// Values of one run. The engine reads the texts where they lie, so they live until the run is over.
 class EmbeddedConnection::Bindings {
 public:
-    explicit Bindings(sqlite3_stmt* target) : statement(target) { texts.reserve(8); }
+    explicit Bindings(sqlite3_stmt* target) : statement(target) {}
 
     void add(const Literal& literal) {
         ++position;
@@ -107,8 +109,8 @@ public:
             code = sqlite3_bind_int64(statement, position, literal.integer);
             break;
         case Literal::Kind::Text: {
-            const QByteArray& text = texts.emplace_back(literal.text.toUtf8());
-            code = sqlite3_bind_text64(statement, position, text.constData(),
+            const QByteArrayView text = encoded(literal.text);
+            code = sqlite3_bind_text64(statement, position, text.data(),
                                        static_cast<sqlite3_uint64>(text.size()), SQLITE_STATIC, SQLITE_UTF8);
             break;
         }
@@ -117,9 +119,25 @@ public:
     }
 
 private:
+    /// Many short texts share one block.
+    QByteArrayView encoded(QStringView text) {
+        QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+        const qsizetype most = encoder.requiredSpace(text.size());
+        if (left < most) {
+            left = std::max<qsizetype>(most, 4096);
+            next = blocks.emplace_back(left, Qt::Uninitialized).data();
+        }
+        char* const begin = next;
+        next = encoder.appendToBuffer(begin, text);
+        left -= next - begin;
+        return {begin, next - begin};
+    }
+
     sqlite3_stmt* statement;
     int position = 0;
-    std::vector<QByteArray> texts;
+    std::vector<QByteArray> blocks;
+    char* next = nullptr;
+    qsizetype left = 0;
 };
 
 void EmbeddedConnection::CloseDatabase::operator()(sqlite3* handle) const {
@@ -357,18 +375,18 @@ sqlite3_stmt* EmbeddedConnection::writer(const QByteArray& native) {
     return prepared;
 }
 
-qint64 EmbeddedConnection::runWriter(sqlite3_stmt* statement, const QByteArray& native,
-                                     const std::vector<const Literal*>& values) {
+qint64 EmbeddedConnection::runWriter(sqlite3_stmt* statement,
+                                     std::initializer_list<const ColumnValues*> values) const {
     const ResetAtEnd reset(statement);
     Bindings bindings(statement);
-    for (const Literal* value : values)
-        bindings.add(*value);
-    if (tracing()) {
-        QStringList texts;
-        for (const Literal* value : values)
-            texts += traceText(*value);
-        traced(QString::fromUtf8(native), texts);
+    QStringList texts;
+    for (const ColumnValues* list : values) {
+        for (const ColumnValue& value : *list) {
+            bindings.add(*value.value);
+            if (tracing()) texts += traceText(*value.value);
+        }
     }
+    if (tracing()) traced(QString::fromUtf8(sqlite3_sql(statement)), texts);
     finish(statement);
     return sqlite3_changes64(handle());
 }
@@ -376,41 +394,34 @@ qint64 EmbeddedConnection::runWriter(sqlite3_stmt* statement, const QByteArray& 
 void EmbeddedConnection::doInsert(const QString& table, const ColumnValues& values) {
     checkTransaction();
     if (!inTransaction()) forgetOldSchema();
-    const auto same = [](const QString& name, const ColumnValue& value) { return name == value.column; };
-    const bool repeated =
-        lastInsert.table == table &&
-        std::equal(lastInsert.columns.begin(), lastInsert.columns.end(), values.begin(), values.end(), same);
-    if (!repeated) {
-        lastInsert.table = table;
-        lastInsert.columns.clear();
-        QByteArray names, marks;
-        for (const ColumnValue& value : values) {
-            lastInsert.columns.push_back(value.column);
-            names += (names.isEmpty() ? "" : ",") + quoted(value.column);
-            marks += marks.isEmpty() ? "?" : ",?";
-        }
-        lastInsert.native =
-            "INSERT INTO " + quoted(table) +
-            (values.empty() ? QByteArray(" DEFAULT VALUES") : " (" + names + ") VALUES (" + marks + ')');
+    const auto same = [](const QString& name, const ColumnValue& value) { return name == *value.column; };
+    if (lastInsert.table != table ||
+        !std::equal(lastInsert.columns.begin(), lastInsert.columns.end(), values.begin(), values.end(), same))
+        composeInsert(table, values);
+    runWriter(writer(lastInsert.native), {&values});
+}
+
+void EmbeddedConnection::composeInsert(const QString& table, const ColumnValues& values) {
+    lastInsert.table = table;
+    lastInsert.columns.clear();
+    QByteArray names, marks;
+    for (const ColumnValue& value : values) {
+        lastInsert.columns.push_back(*value.column);
+        names += (names.isEmpty() ? "" : ",") + quoted(*value.column);
+        marks += marks.isEmpty() ? "?" : ",?";
     }
-    std::vector<const Literal*> bound;
-    bound.reserve(values.size());
-    for (const ColumnValue& value : values)
-        bound.push_back(&value.value);
-    runWriter(writer(lastInsert.native), lastInsert.native, bound);
+    lastInsert.native = "INSERT INTO " + quoted(table) + " (" + names + ") VALUES (" + marks + ')';
+    if (values.empty()) lastInsert.native = "INSERT INTO " + quoted(table) + " DEFAULT VALUES";
 }
 
 qint64 EmbeddedConnection::doUpdate(const QString& table, const ColumnValues& changes,
                                     const ColumnValues& keys, const ColumnValues& old) {
     checkTransaction();
     if (!inTransaction()) forgetOldSchema();
-    std::vector<const Literal*> bound;
     QByteArray native = "UPDATE " + quoted(table) + " SET ";
     const auto list = [&](const ColumnValues& values, const char* between, const char* sign) {
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            native += (i == 0 ? "" : between) + quoted(values[i].column) + sign;
-            bound.push_back(&values[i].value);
-        }
+        for (std::size_t i = 0; i < values.size(); ++i)
+            native += (i == 0 ? "" : between) + quoted(*values[i].column) + sign;
     };
     list(changes, ",", "=?");
     native += " WHERE ";
@@ -418,7 +429,7 @@ qint64 EmbeddedConnection::doUpdate(const QString& table, const ColumnValues& ch
     if (!old.empty()) native += " AND ";
     // Compared letter by letter: by the column's own collation a change of case would go unseen.
     list(old, " AND ", " COLLATE BINARY IS ?");
-    return runWriter(writer(native), native, bound);
+    return runWriter(writer(native), {&changes, &keys, &old});
 }
 
 bool EmbeddedConnection::alive() {

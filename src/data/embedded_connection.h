@@ -58,8 +58,9 @@ private:
     /// Null when the schema changed since the translation was made.
     ShapePointer readOnce(const dialect::Lifted& lifted, RowBlock& rows);
     sqlite3_stmt* writer(const QByteArray& native);
-    qint64 runWriter(sqlite3_stmt* statement, const QByteArray& native,
-                     const std::vector<const dialect::Literal*>& values);
+    /// Binds the lists one behind the other and runs; gives the rows touched.
+    qint64 runWriter(sqlite3_stmt* statement, std::initializer_list<const ColumnValues*> values) const;
+    void composeInsert(const QString& table, const ColumnValues& values);
     qint64 schemaNow();
     /// Forgets translations when the schema has changed since they were made.
     void forgetOldSchema();

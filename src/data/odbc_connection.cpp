@@ -33,9 +33,9 @@ constexpr std::array<int, 3> lockedNumbers{deadlockVictim, 1222, 1204};
 constexpr std::array<int, 3> fullNumbers{1101, 1105, 9002};
 constexpr std::array<int, 2> readOnlyNumbers{3906, 3908};
 
-/// "[FreeTDS][SQL Server]Invalid object name" without its brackets.
+/// "[FreeTDS][SQL Server]Invalid object name [t]" as "Invalid object name [t]".
 QString withoutOrigin(const QString& text) {
-    static const QRegularExpression origin(u"^(\\[[^\\]]*\\])+"_s);
+    static const QRegularExpression origin(u"^(\\[[^\\]]*\\])+|(\\[[^\\]]*\\]){2,}"_s);
     return QString(text).remove(origin).trimmed();
 }
 

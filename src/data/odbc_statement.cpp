@@ -94,8 +94,8 @@ SqlText literal(const Literal& value) {
 }
 
 SqlText condition(const ColumnValue& value) {
-    if (value.value.kind == Literal::Kind::Null) return bracketed(value.column) + sql(u" IS NULL");
-    return bracketed(value.column) + sql(u"=") + literal(value.value);
+    if (value.value->kind == Literal::Kind::Null) return bracketed(*value.column) + sql(u" IS NULL");
+    return bracketed(*value.column) + sql(u"=") + literal(*value.value);
 }
 
 template <typename Piece>
@@ -148,15 +148,16 @@ SqlText insertStatement(const QString& table, const ColumnValues& values) {
     const SqlText head = sql(u"INSERT INTO ") + readyMadeSql(table);
     if (values.empty()) return head + sql(u" DEFAULT VALUES");
     return head + sql(u" (") +
-           list(values, sql(u","), [](const ColumnValue& value) { return bracketed(value.column); }) +
+           list(values, sql(u","), [](const ColumnValue& value) { return bracketed(*value.column); }) +
            sql(u") VALUES (") +
-           list(values, sql(u","), [](const ColumnValue& value) { return literal(value.value); }) + sql(u")");
+           list(values, sql(u","), [](const ColumnValue& value) { return literal(*value.value); }) +
+           sql(u")");
 }
 
 SqlText updateStatement(const QString& table, const ColumnValues& changes, const ColumnValues& keys,
                         const ColumnValues& old) {
     const auto assignment = [](const ColumnValue& value) {
-        return bracketed(value.column) + sql(u"=") + literal(value.value);
+        return bracketed(*value.column) + sql(u"=") + literal(*value.value);
     };
     SqlText text = sql(u"UPDATE ") + readyMadeSql(table) + sql(u" SET ") +
                    list(changes, sql(u","), assignment) + sql(u" WHERE ") +

@@ -22,9 +22,10 @@ struct ResultShape {
 };
 using ShapePointer = std::shared_ptr<const ResultShape>;
 
+/// A column and what is written to it or must stand in it. Both live with the caller: a save writes thousands.
 struct ColumnValue {
-    QString column;
-    dialect::Literal value;
+    const QString* column;
+    const dialect::Literal* value;
 };
 using ColumnValues = std::vector<ColumnValue>;
 

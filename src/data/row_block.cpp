@@ -52,18 +52,24 @@ double RowBlock::Cell::number() const {
 }
 
 dialect::Literal RowBlock::Cell::value() const {
-    using LiteralKind = dialect::Literal::Kind;
+    dialect::Literal value;
     switch (kind) {
     case Kind::Null:
-        return {};
+        break;
     case Kind::Text:
-        return {LiteralKind::Text, decode(bytes), 0, 0};
+        value.kind = dialect::Literal::Kind::Text;
+        value.text = decode(bytes);
+        break;
     case Kind::Float:
-        return {LiteralKind::Float, {}, readNumber<double>(bytes), 0};
+        value.kind = dialect::Literal::Kind::Float;
+        value.number = readNumber<double>(bytes);
+        break;
     case Kind::Integer:
-        return {LiteralKind::Integer, {}, 0, readNumber<qint64>(bytes)};
+        value.kind = dialect::Literal::Kind::Integer;
+        value.integer = readNumber<qint64>(bytes);
+        break;
     }
-    return {};
+    return value;
 }
 
 void RowBlock::reset(int cellsOfRow) {

@@ -21,15 +21,18 @@ public:
     BulkTable(Connection& on, const QString& table, const QString& columns)
         : connection(on), statement(sql(u"select * from [{}] where 1<>1", table)) {
         rows.Open(statement, connection, Cursor::Batch);
-        for (const QString& name : columns.split(u' ', Qt::SkipEmptyParts)) positions.push_back(rows.column(name));
+        for (const QString& name : columns.split(u' ', Qt::SkipEmptyParts))
+            positions.push_back(rows.column(name));
     }
 
     void add(std::initializer_list<Cell> cells) { add(std::vector<Cell>(cells)); }
     void add(const std::vector<Cell>& cells) {
-        if (cells.size() != positions.size()) throw std::logic_error("cells and columns of a row do not match");
+        if (cells.size() != positions.size())
+            throw std::logic_error("cells and columns of a row do not match");
         rows.AddNew();
         std::size_t i = 0;
-        for (const Cell& cell : cells) rows.set(positions[i++], cell.text);
+        for (const Cell& cell : cells)
+            rows.set(positions[i++], cell.text);
         if (++pending == BatchSize) flush();
     }
     /// Writes what is still pending; rows that were not flushed are lost.

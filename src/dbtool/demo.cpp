@@ -10,9 +10,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 void requireEmpty(Connection& connection) {
-    for (const QString& table : {u"使用者資料"_s, u"採購資料"_s, u"原料申購資料"_s, u"浪紙資料"_s, u"物料資料"_s})
+    for (const QString& table :
+         {u"使用者資料"_s, u"採購資料"_s, u"原料申購資料"_s, u"浪紙資料"_s, u"物料資料"_s})
         if (!select(connection, sql(u"select top 1 * from [{}]", table)).EOF_())
-            throw DatabaseError(DatabaseError::Usage, u"「%1」已有資料,示範資料只能建在空的資料庫"_s.arg(table));
+            throw DatabaseError(DatabaseError::Usage,
+                                u"「%1」已有資料,示範資料只能建在空的資料庫"_s.arg(table));
 }
 
 } // namespace
@@ -40,7 +42,8 @@ DemoSummary createDemo(ConnectionPool& pool, const QString& connectionString, do
     DemoSummary summary;
     summary.requisitions = static_cast<int>(plant.requisitions.size());
     summary.orders = static_cast<int>(plant.orders.size());
-    for (const demo::Order& order : plant.orders) summary.orderLines += static_cast<int>(order.lines.size());
+    for (const demo::Order& order : plant.orders)
+        summary.orderLines += static_cast<int>(order.lines.size());
     summary.receipts = static_cast<int>(plant.receipts.size());
     summary.issues = static_cast<int>(plant.issues.size());
     return summary;

@@ -18,9 +18,10 @@ public:
     /// An index where low ones come far more often, as in every store: a few items make most of the movements.
     int skewed(int count) {
         const double u = unit();
-        return static_cast<int>(static_cast<double>(count) * u * (0.35 + 0.65 * u) * (0.6 + 0.4 * u));
+        return static_cast<int>(static_cast<double>(count) * u * (0.3 + 0.7 * u) * (0.55 + 0.45 * u));
     }
-    template <typename T> const T& pick(const std::vector<T>& list) {
+    template <typename T>
+    const T& pick(const std::vector<T>& list) {
         return list[static_cast<std::size_t>(below(static_cast<int>(list.size())))];
     }
 

@@ -8,10 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template <typename T> int sizeOf(const std::vector<T>& list) { return static_cast<int>(list.size()); }
-
-QString padded(int number, int width) { return u"%1"_s.arg(number, width, 10, QChar(u'0')); }
-
 /// Firms that do not exist: two syllables that no register would put side by side.
 QString firm(int number) {
     static const QString first = u"翎岱沐棠玥曜澄霖葦樺筠硯朔祈"_s;
@@ -20,18 +16,22 @@ QString firm(int number) {
 }
 
 void addPeople(Plant& plant) {
-    plant.people = {{u"S01"_s, u"林佩珊"_s, u"資材部"_s, {}}, {u"S02"_s, u"陳柏宇"_s, u"資材部"_s, {}},
-                    {u"S03"_s, u"黃雅筑"_s, u"資材部"_s, {}}, {u"S04"_s, u"張家豪"_s, u"資材部"_s, {}},
-                    {u"S05"_s, u"吳國棟"_s, u"管理部"_s, {}}, {u"S06"_s, u"周美惠"_s, u"倉儲部"_s, {}},
-                    {u"S07"_s, u"鄭文龍"_s, u"倉儲部"_s, {}}, {u"S08"_s, u"何淑芬"_s, u"倉儲部"_s, {}},
-                    {u"S09"_s, u"許志偉"_s, u"印刷課"_s, {}}, {u"S10"_s, u"蔡依玲"_s, u"印刷課"_s, {}},
-                    {u"S11"_s, u"謝明哲"_s, u"糊箱課"_s, {}}, {u"S12"_s, u"羅秀蘭"_s, u"品管課"_s, {}},
-                    {u"S13"_s, u"潘俊宏"_s, u"生管課"_s, {}}, {u"S14"_s, u"彭素貞"_s, u"業務部"_s, {}},
-                    {u"S15"_s, u"施建成"_s, u"倉儲部"_s, u"20240531"_s}};
+    plant.people = {
+        {u"S01"_s, u"林佩珊"_s, u"資材部"_s, {}},           {u"S02"_s, u"陳柏宇"_s, u"資材部"_s, {}},
+        {u"S03"_s, u"黃雅筑"_s, u"資材部"_s, {}},           {u"S04"_s, u"張家豪"_s, u"資材部"_s, {}},
+        {u"S05"_s, u"吳國棟"_s, u"管理部"_s, {}},           {u"S06"_s, u"周美惠"_s, u"倉儲部"_s, {}},
+        {u"S07"_s, u"鄭文龍"_s, u"倉儲部"_s, {}},           {u"S08"_s, u"何淑芬"_s, u"倉儲部"_s, {}},
+        {u"S09"_s, u"許志偉"_s, u"印刷課"_s, {}},           {u"S10"_s, u"蔡依玲"_s, u"印刷課"_s, {}},
+        {u"S11"_s, u"謝明哲"_s, u"糊箱課"_s, {}},           {u"S12"_s, u"羅秀蘭"_s, u"品管課"_s, {}},
+        {u"S13"_s, u"潘俊宏"_s, u"生管課"_s, {}},           {u"S14"_s, u"彭素貞"_s, u"業務部"_s, {}},
+        {u"S15"_s, u"施建成"_s, u"倉儲部"_s, u"20240531"_s}};
     plant.currencies = {{u"台幣"_s, 1}, {u"美金"_s, 32.5}, {u"人民幣"_s, 4.48}, {u"港幣"_s, 4.17}};
-    plant.bins = {u"A區01"_s, u"A區02"_s, u"A區03"_s, u"B區01"_s, u"B區02"_s, u"B區03"_s, u"C區01"_s, u"C區02"_s, u"待驗區"_s};
-    plant.departments = {u"印刷課"_s, u"糊箱課"_s, u"軋型課"_s, u"生管課"_s, u"品管課"_s, u"倉儲部"_s, u"總務課"_s};
-    plant.machines = {u"水墨三色機"_s, u"水墨五色機"_s, u"平版四色機"_s, u"自動軋盒機"_s, u"全自動糊盒機"_s, u"裱紙機"_s};
+    plant.bins = {u"A區01"_s, u"A區02"_s, u"A區03"_s, u"B區01"_s, u"B區02"_s,
+                  u"B區03"_s, u"C區01"_s, u"C區02"_s, u"待驗區"_s};
+    plant.departments = {u"印刷課"_s, u"糊箱課"_s, u"軋型課"_s, u"生管課"_s,
+                         u"品管課"_s, u"倉儲部"_s, u"總務課"_s};
+    plant.machines = {u"水墨三色機"_s, u"水墨五色機"_s,   u"平版四色機"_s,
+                      u"自動軋盒機"_s, u"全自動糊盒機"_s, u"裱紙機"_s};
     plant.plateMachines = {u"凸版一號機"_s, u"凸版二號機"_s};
 }
 
@@ -44,13 +44,19 @@ void addVendors(Plant& plant, Dice& dice) {
     };
     const std::vector<Kind> kinds{
         {Family::Board, 12, u"紙板商"_s, u"股份有限公司"_s, {u"紙板"_s, u"紙器"_s, u"紙業"_s}},
-        {Family::Material, 18, u"物料商"_s, u"有限公司"_s, {u"油墨"_s, u"化工"_s, u"包材"_s, u"五金"_s, u"膠業"_s, u"企業"_s}},
+        {Family::Material,
+         18,
+         u"物料商"_s,
+         u"有限公司"_s,
+         {u"實業"_s, u"企業"_s, u"材料"_s, u"興業"_s, u"工業"_s, u"貿易"_s}},
         {Family::Paper, 6, u"紙品商"_s, u"股份有限公司"_s, {u"洋紙"_s, u"紙業"_s}},
         {Family::Plate, 4, u"凸版商"_s, u"有限公司"_s, {u"製版"_s, u"版材"_s}}};
-    const std::vector<QString> surnames{u"王"_s, u"李"_s, u"劉"_s, u"曾"_s, u"賴"_s, u"邱"_s, u"江"_s, u"葉"_s};
+    const std::vector<QString> surnames{u"王"_s, u"李"_s, u"劉"_s, u"曾"_s,
+                                        u"賴"_s, u"邱"_s, u"江"_s, u"葉"_s};
     const std::vector<QString> closings{u"25日結帳"_s, u"月底結帳"_s};
-    const std::vector<QString> notes{u"交期常延誤二至三日,下單請提前。"_s, u"每批附出廠檢驗報告,無報告者退回。"_s,
-                                     u"週六不送貨,急件先電話確認。\n棧板需回收。"_s, u"潮濕季節含水率偏高,入庫加驗。"_s};
+    const std::vector<QString> notes{
+        u"交期常延誤二至三日,下單請提前。"_s, u"每批附出廠檢驗報告,無報告者退回。"_s,
+        u"週六不送貨,急件先電話確認。\n棧板需回收。"_s, u"潮濕季節含水率偏高,入庫加驗。"_s};
     for (const Kind& kind : kinds) {
         for (int i = 0; i < kind.count; ++i) {
             const int number = sizeOf(plant.vendors) + 1;
@@ -62,7 +68,8 @@ void addVendors(Plant& plant, Dice& dice) {
             vendor.kind = kind.kind;
             if (kind.family != Family::Board && i % 5 == 4) vendor.currency = 1 + dice.below(3);
             vendor.tax = vendor.currency == 0 ? u"5"_s : u"0"_s;
-            vendor.phone = u"0%1-2%2"_s.arg(dice.between(2, 7)).arg(padded(dice.below(1000000), 6));
+            // No exchange begins with two zeros: nobody is called by mistake.
+            vendor.phone = u"0%1-00%2"_s.arg(dice.between(2, 7)).arg(padded(dice.below(100000), 5));
             vendor.fax = vendor.phone.chopped(1) + QString::number(dice.below(10));
             vendor.contact = dice.pick(surnames) + (dice.chance(0.5) ? u"先生"_s : u"小姐"_s);
             vendor.payment = dice.chance(0.1) ? u"現金"_s : u"月結"_s;
@@ -93,16 +100,20 @@ void addItem(Plant& plant, Dice& dice, Item item, int vendor) {
     const double rate = plant.currencies[static_cast<std::size_t>(item.currency)].rate;
     item.price = std::round(item.usualPrice / rate * 100) / 100;
     const QDate created = QDate(2021, 3, 1).addDays(index / 2);
-    item.created = created.toString(u"yyyy-MM-dd"_s) + u" 09:%1:%2"_s.arg(padded(index % 60, 2), padded(index * 7 % 60, 2));
+    item.created = created.toString(u"yyyy-MM-dd"_s) +
+                   u" 09:%1:%2"_s.arg(padded(index % 60, 2), padded(index * 7 % 60, 2));
     item.moved = OpeningClosed;
     if (dice.chance(0.9)) item.opening = item.lot * dice.between(1, 40);
     item.stock = item.opening;
     plant.vendor(vendor).items.push_back(index);
+    Plant::Range& range = plant.ranges[item.family];
+    if (range.count++ == 0) range.first = index;
     plant.items.push_back(std::move(item));
 }
 
 void addBoards(Plant& plant, Dice& dice) {
-    const std::vector<QString> grades{u"KMK"_s, u"KAK"_s, u"AMA"_s, u"BMB"_s, u"CMC"_s, u"WMK"_s, u"TMT"_s, u"KMA"_s, u"KWK"_s, u"BAB"_s};
+    const std::vector<QString> grades{u"KMK"_s, u"KAK"_s, u"AMA"_s, u"BMB"_s, u"CMC"_s,
+                                      u"WMK"_s, u"TMT"_s, u"KMA"_s, u"KWK"_s, u"BAB"_s};
     const std::vector<QString> flutes{u"B"_s, u"C"_s, u"E"_s, u"AB"_s, u"BC"_s, u"A"_s};
     const std::vector<QString> brands{u"山嵐"_s, u"青禾"_s, u"海穗"_s};
     int group = 0;
@@ -128,7 +139,8 @@ void addBoards(Plant& plant, Dice& dice) {
                 item.spec = QString::number(item.first) + unit + u'*' + QString::number(item.second) + unit;
                 item.unit = u"pcs"_s;
                 item.buyUnit = byWeight ? u"kg"_s : u"㎡"_s;
-                item.usualPrice = byWeight ? 18 + static_cast<double>(g % 5) : 6 + 0.02 * weight + 0.1 * static_cast<double>(f);
+                item.usualPrice = byWeight ? 18 + static_cast<double>(g % 5)
+                                           : 6 + 0.02 * weight + 0.1 * static_cast<double>(f);
                 item.lot = 50;
                 addItem(plant, dice, item, vendor);
             }
@@ -142,17 +154,87 @@ void addMaterials(Plant& plant, Dice& dice) {
         double low, high, lot;
         QStringList names, specs;
     };
-    const std::vector<Class> classes{
-        {u"IN"_s, u"油墨"_s, u"kg"_s, 120, 380, 5, {u"水性油墨紅"_s, u"水性油墨藍"_s, u"水性油墨黑"_s, u"水性油墨綠"_s, u"平版油墨黃"_s, u"平版油墨洋紅"_s, u"特白油墨"_s}, {u"20kg桶"_s, u"5kg桶"_s, u"1kg罐"_s}},
-        {u"GL"_s, u"膠水"_s, u"kg"_s, 25, 90, 25, {u"糊盒膠"_s, u"裱紙膠"_s, u"白膠"_s, u"熱熔膠條"_s}, {u"25kg桶"_s, u"50kg桶"_s, u"20kg袋"_s}},
-        {u"WR"_s, u"扁線"_s, u"卷"_s, 260, 420, 4, {u"釘箱扁線"_s, u"鍍銅扁線"_s}, {u"2.0*0.6"_s, u"2.2*0.7"_s, u"1.8*0.6"_s}},
-        {u"TP"_s, u"膠帶"_s, u"卷"_s, 12, 60, 36, {u"封箱膠帶"_s, u"雙面膠帶"_s, u"美紋膠帶"_s, u"水膠帶"_s}, {u"48mm*90M"_s, u"12mm*50M"_s, u"24mm*50M"_s}},
-        {u"ST"_s, u"打包帶"_s, u"卷"_s, 240, 520, 5, {u"PP打包帶"_s, u"PET打包帶"_s}, {u"12mm"_s, u"15.5mm"_s, u"9mm"_s}},
-        {u"PL"_s, u"棧板"_s, u"個"_s, 180, 450, 10, {u"木棧板"_s, u"塑膠棧板"_s, u"紙棧板"_s}, {u"110*110"_s, u"120*100"_s, u"120*80"_s}},
-        {u"DC"_s, u"刀模材料"_s, u"片"_s, 35, 160, 10, {u"刀模板"_s, u"軋型刀片"_s, u"壓線片"_s, u"退料海棉"_s}, {u"18mm"_s, u"23.8mm"_s, u"7*7mm"_s}},
-        {u"FM"_s, u"包裝膜"_s, u"kg"_s, 48, 95, 20, {u"PE收縮膜"_s, u"棧板纏繞膜"_s, u"PE袋"_s}, {u"50cm"_s, u"60cm"_s, u"120cm"_s}},
-        {u"MC"_s, u"機械零件"_s, u"個"_s, 30, 900, 2, {u"軸承"_s, u"三角皮帶"_s, u"氣壓接頭"_s, u"感應器"_s, u"膠輥"_s}, {u"6204"_s, u"A42"_s, u"10mm"_s, u"M12"_s}},
-        {u"CL"_s, u"清潔用品"_s, u"個"_s, 15, 120, 12, {u"擦拭布"_s, u"洗車水"_s, u"手套"_s, u"潤版液"_s}, {u"大"_s, u"中"_s, u"小"_s}}};
+    const std::vector<Class> classes{{u"IN"_s,
+                                      u"油墨"_s,
+                                      u"kg"_s,
+                                      120,
+                                      380,
+                                      5,
+                                      {u"水性油墨紅"_s, u"水性油墨藍"_s, u"水性油墨黑"_s, u"水性油墨綠"_s,
+                                       u"平版油墨黃"_s, u"平版油墨洋紅"_s, u"特白油墨"_s},
+                                      {u"20kg桶"_s, u"5kg桶"_s, u"1kg罐"_s}},
+                                     {u"GL"_s,
+                                      u"膠水"_s,
+                                      u"kg"_s,
+                                      25,
+                                      90,
+                                      25,
+                                      {u"糊盒膠"_s, u"裱紙膠"_s, u"白膠"_s, u"熱熔膠條"_s},
+                                      {u"25kg桶"_s, u"50kg桶"_s, u"20kg袋"_s}},
+                                     {u"WR"_s,
+                                      u"扁線"_s,
+                                      u"卷"_s,
+                                      260,
+                                      420,
+                                      4,
+                                      {u"釘箱扁線"_s, u"鍍銅扁線"_s},
+                                      {u"2.0*0.6"_s, u"2.2*0.7"_s, u"1.8*0.6"_s}},
+                                     {u"TP"_s,
+                                      u"膠帶"_s,
+                                      u"卷"_s,
+                                      12,
+                                      60,
+                                      36,
+                                      {u"封箱膠帶"_s, u"雙面膠帶"_s, u"美紋膠帶"_s, u"水膠帶"_s},
+                                      {u"48mm*90M"_s, u"12mm*50M"_s, u"24mm*50M"_s}},
+                                     {u"ST"_s,
+                                      u"打包帶"_s,
+                                      u"卷"_s,
+                                      240,
+                                      520,
+                                      5,
+                                      {u"PP打包帶"_s, u"PET打包帶"_s},
+                                      {u"12mm"_s, u"15.5mm"_s, u"9mm"_s}},
+                                     {u"PL"_s,
+                                      u"棧板"_s,
+                                      u"個"_s,
+                                      180,
+                                      450,
+                                      10,
+                                      {u"木棧板"_s, u"塑膠棧板"_s, u"紙棧板"_s},
+                                      {u"110*110"_s, u"120*100"_s, u"120*80"_s}},
+                                     {u"DC"_s,
+                                      u"刀模材料"_s,
+                                      u"片"_s,
+                                      35,
+                                      160,
+                                      10,
+                                      {u"刀模板"_s, u"軋型刀片"_s, u"壓線片"_s, u"退料海棉"_s},
+                                      {u"18mm"_s, u"23.8mm"_s, u"7*7mm"_s}},
+                                     {u"FM"_s,
+                                      u"包裝膜"_s,
+                                      u"kg"_s,
+                                      48,
+                                      95,
+                                      20,
+                                      {u"PE收縮膜"_s, u"棧板纏繞膜"_s, u"PE袋"_s},
+                                      {u"50cm"_s, u"60cm"_s, u"120cm"_s}},
+                                     {u"MC"_s,
+                                      u"機械零件"_s,
+                                      u"個"_s,
+                                      30,
+                                      900,
+                                      2,
+                                      {u"軸承"_s, u"三角皮帶"_s, u"氣壓接頭"_s, u"感應器"_s, u"膠輥"_s},
+                                      {u"6204"_s, u"A42"_s, u"10mm"_s, u"M12"_s}},
+                                     {u"CL"_s,
+                                      u"清潔用品"_s,
+                                      u"個"_s,
+                                      15,
+                                      120,
+                                      12,
+                                      {u"擦拭布"_s, u"洗車水"_s, u"手套"_s, u"潤版液"_s},
+                                      {u"大"_s, u"中"_s, u"小"_s}}};
     for (int i = 0; i < 600; ++i) {
         const Class& kind = classes[static_cast<std::size_t>(i % 10)];
         const int number = i / 10 + 1;
@@ -184,7 +266,8 @@ void addPapers(Plant& plant, Dice& dice) {
                                     {u"K"_s, u"牛皮紙"_s, {80, 100, 120, 150, 175}},
                                     {u"M"_s, u"模造紙"_s, {60, 70, 80, 100, 120}},
                                     {u"G"_s, u"灰銅紙"_s, {230, 250, 300, 350, 400}}};
-    const std::vector<std::pair<int, int>> sheets{{787, 1092}, {889, 1194}, {640, 900}, {720, 1020}, {770, 1040}, {650, 950}};
+    const std::vector<std::pair<int, int>> sheets{{787, 1092}, {889, 1194}, {640, 900},
+                                                  {720, 1020}, {770, 1040}, {650, 950}};
     const std::vector<std::pair<int, int>> rolls{{6000, 787}, {6000, 889}};
     const std::vector<QString> brands{u"雪嶺"_s, u"松濤"_s, u"晨曦"_s};
     for (std::size_t g = 0; g < grades.size(); ++g) {
@@ -194,7 +277,8 @@ void addPapers(Plant& plant, Dice& dice) {
                 const auto [first, second] = roll ? rolls[s - sheets.size()] : sheets[s];
                 Item item;
                 item.family = Family::Paper;
-                item.code = grades[g].letter + padded(weight, 3) + (roll ? u"R"_s : u"S"_s) + padded(static_cast<int>(s) + 1, 2);
+                item.code = grades[g].letter + padded(weight, 3) + (roll ? u"R"_s : u"S"_s) +
+                            padded(static_cast<int>(s) + 1, 2);
                 item.name = QString::number(weight) + u'G' + grades[g].name;
                 item.kind = roll ? u"卷筒紙"_s : u"平板紙"_s;
                 item.first = first;
@@ -214,7 +298,8 @@ void addPapers(Plant& plant, Dice& dice) {
 
 void addPlates(Plant& plant, Dice& dice) {
     const std::vector<QString> names{u"感光樹脂版"_s, u"PS版"_s, u"CTP版"_s, u"雙面膠版墊"_s};
-    const std::vector<std::pair<int, int>> sizes{{1030, 800}, {745, 605}, {920, 1200}, {610, 762}, {1270, 2032}};
+    const std::vector<std::pair<int, int>> sizes{
+        {1030, 800}, {745, 605}, {920, 1200}, {610, 762}, {1270, 2032}};
     for (int i = 0; i < 40; ++i) {
         const auto [first, second] = sizes[static_cast<std::size_t>(i % 5)];
         Item item;
@@ -233,7 +318,8 @@ void addPlates(Plant& plant, Dice& dice) {
 
 void addCustomers(Plant& plant) {
     const QStringList trades{u"電子"_s, u"食品"_s, u"家電"_s, u"玩具"_s, u"五金"_s, u"生技"_s};
-    for (int i = 1; i <= 30; ++i) plant.customers.push_back({u"C"_s + padded(i, 3), firm(i * 5 + 3) + trades[i % trades.size()]});
+    for (int i = 1; i <= 30; ++i)
+        plant.customers.push_back({u"C"_s + padded(i, 3), firm(i * 5 + 3) + trades[i % trades.size()]});
 }
 
 } // namespace

@@ -9,34 +9,48 @@ using namespace Qt::StringLiterals;
 
 QString familyWord(Family family) {
     switch (family) {
-    case Family::Board: return u"紙板"_s;
-    case Family::Material: return u"物料"_s;
-    case Family::Paper: return u"紙品"_s;
-    case Family::Plate: return u"凸版"_s;
+    case Family::Board:
+        return u"紙板"_s;
+    case Family::Material:
+        return u"物料"_s;
+    case Family::Paper:
+        return u"紙品"_s;
+    case Family::Plate:
+        return u"凸版"_s;
     }
     return {};
 }
 
-QString date8(const QDate& date) { return date.toString(u"yyyyMMdd"_s); }
+QString date8(const QDate& date) {
+    return date.toString(u"yyyyMMdd"_s);
+}
+
+QString padded(int number, int width) {
+    return u"%1"_s.arg(number, width, 10, QChar(u'0'));
+}
 
 QString materialLetter(const Vendor& vendor, QChar letter) {
     if (vendor.family != Family::Board) return {};
     // Every vendor has letters of its own; the last digit of its code tells them apart.
-    static const QHash<QChar, QString> words{{u'K', u"牛"_s}, {u'A', u"甲"_s}, {u'B', u"乙"_s}, {u'C', u"丙"_s},
-                                             {u'M', u"瓦"_s}, {u'T', u"再"_s}, {u'W', u"白"_s}};
+    static const QHash<QChar, QString> words{{u'K', u"牛"_s}, {u'A', u"甲"_s}, {u'B', u"乙"_s},
+                                             {u'C', u"丙"_s}, {u'M', u"瓦"_s}, {u'T', u"再"_s},
+                                             {u'W', u"白"_s}};
     const QString word = words.value(letter);
     return word.isEmpty() ? word : word + vendor.code.right(1);
 }
 
 QString vendorMaterial(const Plant& plant, const QString& code, int vendor) {
     QString result;
-    for (const QChar letter : code) result += materialLetter(plant.vendor(vendor), letter);
+    for (const QChar letter : code)
+        result += materialLetter(plant.vendor(vendor), letter);
     return result.isEmpty() ? code : result;
 }
 
 namespace {
 
-double rounded(double value) { return std::round(value * 100) / 100; }
+double rounded(double value) {
+    return std::round(value * 100) / 100;
+}
 
 struct Pricing {
     QString formula; ///< empty for none

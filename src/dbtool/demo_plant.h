@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QString>
 #include <array>
+#include <map>
 #include <vector>
 
 namespace liaowu::demo {
@@ -32,8 +33,8 @@ struct Vendor {
     int currency = 0; ///< index, 0 is the base currency
     int buyer = 0;    ///< index of a person
     bool scrapped = false;
-    double factor = 1;          ///< against the usual price
-    double penalty = 0;         ///< points taken off so far
+    double factor = 1;      ///< against the usual price
+    double penalty = 0;     ///< points taken off so far
     std::vector<int> items; ///< those it usually delivers
 };
 
@@ -174,6 +175,17 @@ struct Plant {
     std::vector<PriceRow> prices;
     std::vector<Tracking> tracking;
 
+    /// Items of a family lie side by side.
+    struct Range {
+        int first = 0, count = 0;
+    };
+    std::map<Family, Range> ranges;
+
+    /// Index of an item, the busy ones far more often.
+    int someItem(Dice& dice, Family family) const {
+        const Range& range = ranges.at(family);
+        return range.first + dice.skewed(range.count);
+    }
     Item& item(int index) { return items[static_cast<std::size_t>(index)]; }
     const Item& item(int index) const { return items[static_cast<std::size_t>(index)]; }
     Vendor& vendor(int index) { return vendors[static_cast<std::size_t>(index)]; }
@@ -198,6 +210,12 @@ QString vendorMaterial(const Plant& plant, const QString& code, int vendor);
 QString materialLetter(const Vendor& vendor, QChar letter);
 
 QString date8(const QDate& date);
+QString padded(int number, int width);
+
+template <typename T>
+int sizeOf(const std::vector<T>& list) {
+    return static_cast<int>(list.size());
+}
 
 /// Staff, vendors, items, customers: the same at every scale.
 Plant plantWithMasters(Dice& dice);

@@ -17,16 +17,19 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QString usage() {
-    QString text = u"用法:\n"
-                   u"  liaowu-db create 資料庫               建立資料表、檢視表及索引;已有的一概不動\n"
-                   u"  liaowu-db demo 資料庫 [--scale N]     建立資料表並填入示範工廠的資料,N 為 1 到 %1 的整數\n"
-                   u"  liaowu-db upgrade 資料庫              將舊版資料庫升級到版本 %2\n"
-                   u"  liaowu-db check 資料庫                由單據重新計算入庫數、未交數、送清、庫存及板位,列出所有差異\n"
-                   u"資料庫可為檔名,或連結字串,例如 \"Provider=SQLite;Data Source=plant.db\"。\n"
-                   u"結束碼:0 成功,1 有差異或失敗,2 用法錯誤。\n"
-                   u"示範工廠的使用者:\n"_s.arg(LargestDemoScale)
-                       .arg(schemaVersion());
-    for (const demo::User& user : demo::users()) text += u"  %1\t%2\n"_s.arg(user.login, user.about);
+    QString text =
+        u"用法:\n"
+        u"  liaowu-db create 資料庫               建立資料表、檢視表及索引;已有的一概不動\n"
+        u"  liaowu-db demo 資料庫 [--scale N]     建立資料表並填入示範工廠的資料,N 為 1 到 %1 的整數\n"
+        u"  liaowu-db upgrade 資料庫              將舊版資料庫升級到版本 %2\n"
+        u"  liaowu-db check 資料庫                "
+        u"由單據重新計算入庫數、未交數、送清、庫存及板位,列出所有差異\n"
+        u"資料庫可為檔名,或連結字串,例如 \"Provider=SQLite;Data Source=plant.db\"。\n"
+        u"結束碼:0 成功,1 有差異或失敗,2 用法錯誤。\n"
+        u"示範工廠的使用者:\n"_s.arg(LargestDemoScale)
+            .arg(schemaVersion());
+    for (const demo::User& user : demo::users())
+        text += u"  %1\t%2\n"_s.arg(user.login, user.about);
     return text;
 }
 
@@ -92,10 +95,12 @@ ExitCode upgrade(const Request& request, ConnectionPool& pool, QTextStream& out)
 /// A file that came into being and was not finished would look like a plant; it is taken away again.
 class UnfinishedFile {
 public:
-    explicit UnfinishedFile(const QString& name) : file(!name.isEmpty() && !QFileInfo::exists(name) ? name : QString()) {}
+    explicit UnfinishedFile(const QString& name)
+        : file(!name.isEmpty() && !QFileInfo::exists(name) ? name : QString()) {}
     ~UnfinishedFile() {
         if (file.isEmpty()) return;
-        for (const QString& tail : {u""_s, u"-wal"_s, u"-shm"_s}) QFile::remove(file + tail);
+        for (const QString& tail : {u""_s, u"-wal"_s, u"-shm"_s})
+            QFile::remove(file + tail);
     }
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
@@ -126,11 +131,21 @@ ExitCode fillDemo(const Request& request, QTextStream& out) {
 
 ExitCode check(const Request& request, ConnectionPool& pool, QTextStream& out) {
     const QStringList faults = engineFaults(request.connectionString);
-    for (const QString& fault : faults) out << u"資料庫檔案:"_s << fault << u'\n';
+    for (const QString& fault : faults)
+        out << u"資料庫檔案:"_s << fault << u'\n';
     Connection connection(pool, request.connectionString);
+    // Figures and documents must be of one moment; a database that nobody can write to is always.
+    std::optional<Transaction> moment;
+    try {
+        moment.emplace(connection);
+    } catch (const DatabaseError& error) {
+        if (error.nativeError != DatabaseError::ReadOnly) throw;
+    }
     const PlantCheck result = checkPlant(connection);
-    for (const Difference& difference : result.differences) out << difference.text() << u'\n';
-    for (const QString& note : result.notes) out << u"注意:"_s << note << u'\n';
+    for (const Difference& difference : result.differences)
+        out << difference.text() << u'\n';
+    for (const QString& note : result.notes)
+        out << u"注意:"_s << note << u'\n';
     if (request.file.isEmpty()) out << u"注意:伺服器資料庫本身的完整性由伺服器管理員檢查\n"_s;
     const auto found = static_cast<qsizetype>(result.differences.size()) + faults.size();
     out << u"已檢查採購明細 %1、申購明細 %2、入庫明細 %3、領料明細 %4、原料 %5、板位 %6;差異 %7 項。\n"_s

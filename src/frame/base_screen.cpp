@@ -59,7 +59,6 @@ ScreenFrame::ScreenFrame(Process& on, ScreenInfo info)
     panels[7]->setText(u"修改記錄"_s);
     panels[7]->setProperty("link", true);
     panels[7]->setCursor(Qt::PointingHandCursor);
-    panels[7]->installEventFilter(this);
     column->addWidget(status);
 
     qApp->installEventFilter(this);
@@ -108,8 +107,8 @@ void ScreenFrame::refuse(const QString& text) { session.messages.warn(RefusedTit
 
 void ScreenFrame::runTool(const QString& key) {
     if (running || !strip->isOn(key)) return;
+    // One command at a time: what a window that it opens lets through does nothing.
     running = true;
-    strip->setEnabled(false);
     const QPointer<ScreenFrame> alive(this);
     endOpenEdit();
     if (!(currentMode == ModeSearch && key == u"search")) previousMode = currentMode;
@@ -137,9 +136,7 @@ void ScreenFrame::runTool(const QString& key) {
     } else {
         screenCommand(key);
     }
-    if (!alive) return;
-    strip->setEnabled(true);
-    running = false;
+    if (alive) running = false;
 }
 
 bool ScreenFrame::isToolOn(const QString& key) const { return strip->isOn(key) && strip->isShown(key); }

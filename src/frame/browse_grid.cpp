@@ -62,6 +62,7 @@ BrowseGrid::BrowseGrid(const QString& name, const Session& session, QWidget* par
     verticalHeader()->setDefaultSectionSize(22);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
         if (!model_.isEmpty()) Q_EMIT accepted(index.row() + 1);

@@ -5,6 +5,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QStyle>
+#include <QWheelEvent>
 
 namespace liaowu {
 
@@ -146,6 +147,8 @@ void EntryCombo::keyPressEvent(QKeyEvent* event) {
     }
     QComboBox::keyPressEvent(event);
 }
+
+void EntryCombo::wheelEvent(QWheelEvent* event) { event->ignore(); }
 
 void EntryCombo::showPopup() {
     if (!locked) QComboBox::showPopup();

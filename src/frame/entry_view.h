@@ -57,7 +57,7 @@ public:
     void showText(const QString& text);
 
 protected:
-    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showPopup() override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -73,6 +73,7 @@ private:
 
 LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QTableView(parent), messages(channel) {
     setObjectName(name);
+    list = new QListWidget(this);
     setModel(&model_);
     setItemDelegate(new LineDelegate(this));
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -85,7 +86,8 @@ LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QT
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumWidth(34);
     horizontalHeader()->setHighlightSections(false);
-    list = new QListWidget(this);
+    // On whichever way an editor closes, it is no longer open.
+    connect(itemDelegate(), &QAbstractItemDelegate::closeEditor, this, [this] { editor = nullptr; });
     list->setObjectName(name + u"清單"_s);
     list->setProperty("ownsEscape", true);
     list->hide();
@@ -114,13 +116,13 @@ void LineGrid::prepareGrid(std::vector<LineColumn> columns, int depth) {
 int LineGrid::column(const QString& title) const {
     const auto& columns = model_.columns();
     for (size_t i = 0; i < columns.size(); ++i)
-        if (columns[i].title == title) return static_cast<int>(i);
+        if (columns[i].title == title || columns[i].shown == title) return static_cast<int>(i);
     throw std::logic_error("no column " + title.toStdString());
 }
 
 QStringList LineGrid::titles() const {
     QStringList result;
-    for (const LineColumn& column : model_.columns()) result << column.title;
+    for (const LineColumn& column : model_.columns()) result << (column.shown.isEmpty() ? column.title : column.shown);
     return result;
 }
 
@@ -166,7 +168,10 @@ bool LineGrid::rowFilled(int row) const {
 bool LineGrid::previousRowFilled(int row) const { return row <= 1 || rowFilled(row - 1); }
 
 void LineGrid::clearGrid() {
-    if (editor) closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+    if (EntryField* field = editor) {
+        editor = nullptr;
+        closeEditor(field, QAbstractItemDelegate::RevertModelCache);
+    }
     speeches.clear();
     hideList();
     model_.clearRows(0);
@@ -254,9 +259,9 @@ void LineGrid::flushSpeech() {
 void LineGrid::endEdit() {
     if (editor) {
         EntryField* field = editor;
+        editor = nullptr;
         commitData(field);
         closeEditor(field, QAbstractItemDelegate::NoHint);
-        editor = nullptr;
     }
     hideList();
     flushSpeech();

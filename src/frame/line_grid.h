@@ -25,6 +25,7 @@ struct LineColumn {
     bool upper = false;
     bool right = false;   ///< numbers
     bool money = false;
+    QString shown = {}; ///< title as the user reads it, where it differs
 };
 
 /// The cells of a line grid: texts, with colours for what must be seen.

@@ -38,7 +38,7 @@ void LineModel::removeRow1(int row) {
 }
 
 void LineModel::setTitle(int column, const QString& title) {
-    declared[static_cast<size_t>(column)].title = title;
+    declared[static_cast<size_t>(column)].shown = title;
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }
 
@@ -81,8 +81,8 @@ QVariant LineModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::TextAlignmentRole) return int(Qt::AlignCenter);
     if (role != Qt::DisplayRole) return {};
     if (orientation == Qt::Vertical) return section + 1;
-    const QString title = declared[static_cast<size_t>(section)].title;
-    return title.section(u'#', 0, 0);
+    const LineColumn& column = declared[static_cast<size_t>(section)];
+    return column.shown.isEmpty() ? column.title.section(u'#', 0, 0) : column.shown;
 }
 
 Qt::ItemFlags LineModel::flags(const QModelIndex& at) const {

@@ -22,8 +22,10 @@ ScreenFrame* Process::openScreen(const QString& name) {
     if (factory == screens.constEnd()) return nullptr;
     ScreenFrame* screen = (*factory)(*this);
     opened.push_back(screen);
+    // A screen that refuses its user is gone before it was seen.
+    const QPointer<ScreenFrame> shown(screen);
     desktop.present(*screen);
-    return screen;
+    return shown;
 }
 
 void Process::runWindow(const QString& name, QWidget* owner) {

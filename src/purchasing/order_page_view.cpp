@@ -140,13 +140,16 @@ void buildOrderFooter(QHBoxLayout* line, QWidget* owner) {
     caption->setProperty("caption", true);
     line->addWidget(caption);
     auto* total = new QLabel(owner);
-    total->setObjectName(u"txt合計"_s);
+    total->setObjectName(u"lbl合計金額"_s);
     total->setProperty("total", true);
     line->addWidget(total);
-    // The real total stands here whatever the user may see.
-    auto* real = new EntryField(u"txt合計備用"_s, owner);
-    real->leftAlone = true;
-    real->hide();
+    // The total as a number, and the real one whatever the user may see.
+    for (const auto& name : {u"txt合計"_s, u"txt合計備用"_s}) {
+        auto* field = new EntryField(name, owner);
+        field->leftAlone = true;
+        lockKeyField(field);
+        field->hide();
+    }
 }
 
 namespace {

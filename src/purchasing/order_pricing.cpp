@@ -79,7 +79,7 @@ bool updateSheetCount(OrderLine& line) {
     const double count = std::max(1.0, std::floor(large / std::max(1.0, cut)));
     line.寬剖 = numberText(count);
     line.小紙數 = numberText(count * val(line.數量));
-    return line.剖切尺寸.trimmed().isEmpty() || cut > 0;
+    return cut > 0;
 }
 
 double openQuantity(const OrderLine& line) { return val(numberText(val(line.數量) - val(line.已入庫數))); }

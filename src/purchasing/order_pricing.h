@@ -33,7 +33,7 @@ void recalculateLine(OrderLine& line, const PricingContext& context);
 double orderTotal(const OrderLines& lines, bool canSeePrice);
 
 /// 走紙才 from the first number of 規格 and of 剖切尺寸 (below 1 counts as 1), never below 1; 小紙數 = 走紙才 × 大紙數. Gives false
-/// when 剖切尺寸 is not empty and has no number, so that the result stands on nothing.
+/// when 剖切尺寸 has no number, so that the result stands on the large size alone.
 bool updateSheetCount(OrderLine& line);
 
 /// Quantity ordered less quantity received.

@@ -106,7 +106,8 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
             fml明細->unmarkCell(row, u"走紙才"_s);
         } else {
             fml明細->markCell(row, u"走紙才"_s, FaultColour, u"剖切尺寸沒有數字"_s);
-            if (!batch) session.messages.notice(u"第%1行剖切尺寸沒有數字,走紙才以 %2 計"_s.arg(row).arg(line.寬剖));
+            if (!batch && session.category != u"物料")
+                session.messages.notice(u"第%1行剖切尺寸沒有數字,走紙才以 %2 計"_s.arg(row).arg(line.寬剖));
         }
     } else if (title != u"代號" && title != u"申購單號" && title != u"工單單號") {
         fml明細->setText(row, title, fml明細->text(row, title).trimmed());
@@ -142,9 +143,13 @@ void frm採購作業系統::recalculate(int row, bool late) {
 }
 
 void frm採購作業系統::showTotal() {
-    const double total = orderTotal(linesOnScreen(), canSeePrice);
-    entry(this, u"txt合計備用"_s)->setText(numberText(total));
-    label(this, u"txt合計"_s)->setText(canSeePrice ? formatAmount(format(total, u"0.00")) : MaskedMoney);
+    putTotal(numberText(orderTotal(linesOnScreen(), canSeePrice)));
+}
+
+void frm採購作業系統::putTotal(const QString& total) {
+    entry(this, u"txt合計備用"_s)->setText(total);
+    entry(this, u"txt合計"_s)->setText(canSeePrice ? total : MaskedMoney);
+    label(this, u"lbl合計金額"_s)->setText(canSeePrice ? format(val(total), u"###,###,##0.00") : MaskedMoney);
     const QString currency = combo(this, u"cbo幣別"_s)->currentText();
     label(this, u"lbl合計"_s)->setText(currency.isEmpty() ? u"合計:"_s : u"合計 (%1):"_s.arg(currency));
 }
@@ -270,6 +275,7 @@ bool frm採購作業系統::resolveCode(int row, const QString& code) {
 // ---- what follows the cursor ----
 
 void frm採購作業系統::cellEntered(int row, const QString& title) {
+    if (fml明細->hasFocus()) notesPanel->hide();
     button(this, u"scmd輔助"_s)->setEnabled(title == u"代號" || title == u"申購單號" || title == u"工單單號");
     label(this, u"pic提示"_s)->setVisible(title == u"單價");
     // The formula's text holds the price.

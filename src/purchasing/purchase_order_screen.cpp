@@ -116,8 +116,7 @@ void frm採購作業系統::clearRecordPage() {
     for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s, u"Lbl分數"_s}) label(this, name)->clear();
     check(this, u"chk稅"_s)->setChecked(false);
     showApproval(u"N"_s, {}, {});
-    label(this, u"txt合計"_s)->setText(QString());
-    entry(this, u"txt合計備用"_s)->showText(QString());
+    putTotal(QString());
     isApproved = false;
     loadedLines.clear();
     lastDocumentNumber.clear();
@@ -175,8 +174,7 @@ int frm採購作業系統::showRecord(const QString& key) {
         label(this, u"Lbl分數"_s)->setText(order->vendor->分數);
         memo(this, u"txt經驗傳承"_s)->setPlainText(order->vendor->經驗傳承);
     }
-    entry(this, u"txt合計備用"_s)->showText(header.合計);
-    label(this, u"txt合計"_s)->setText(canSeePrice ? formatAmount(header.合計) : MaskedMoney);
+    putTotal(header.合計);
     isApproved = header.審單 == u"Y";
     showApproval(isApproved ? u"Y"_s : u"N"_s, header.審單人, header.審單日期, session.approvalParam != u"N");
     for (size_t i = 0; i < order->lines.size() && i < static_cast<size_t>(document.depth); ++i)

@@ -63,6 +63,7 @@ private:
     void priceLine(Connection& connection, OrderLine& line, const PriceFound& master);
     void refreshAllPrices();
     void showTotal();
+    void putTotal(const QString& total);
     void cellEntered(int row, const QString& title);
     void showStock();
 

@@ -7,9 +7,9 @@ namespace liaowu {
 
 /// A stored figure that the documents contradict.
 struct Difference {
-    QString table;    ///< where it stands
-    QString key;      ///< of its row, parts joined by "/"
-    QString column;   ///< the figure; empty when the row itself is the fault
+    QString table;  ///< where it stands
+    QString key;    ///< of its row, parts joined by "/"
+    QString column; ///< the figure; empty when the row itself is the fault
     QString stored;
     QString expected;
     /// One line for a person.

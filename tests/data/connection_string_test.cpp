@@ -49,7 +49,7 @@ TEST(ConnectionString, TurnsOleDbIntoOdbc) {
         {u"Provider=MSOLEDBSQL;Data Source=tcp:db\\PLANT , 1433;Initial Catalog=erp",
          u"Server=db\\PLANT;Port=1433;Database=erp;TDS_Version=7.4;ClientCharset=UTF-8"},
         {u"Provider=SQLOLEDB;Data Source=s;Password=\"a;b}c\";User ID=",
-         u"Server=s;PWD={a;b}}c};TDS_Version=7.4;ClientCharset=UTF-8"},
+         u"Server=s;PWD={a;b}c};TDS_Version=7.4;ClientCharset=UTF-8"},
         {u"Provider=SQLOLEDB;Data Source=s;Password=' pw ';Auto Translate=True;Workstation ID=PC1;Packet "
          u"Size=4096",
          u"Server=s;PWD={ pw };TDS_Version=7.4;ClientCharset=UTF-8"},
@@ -69,6 +69,8 @@ TEST(ConnectionString, LeavesOdbcStringsAsTheyAre) {
     const std::vector<Case> cases{
         {u"Driver={SQL Server};Server=s;UID=sa;PWD={a;b}}c};",
          u"Driver={SQL Server};Server=s;UID=sa;PWD={a;b}}c}"},
+        {u"Driver={FreeTDS};PWD={a;TDS_Version=}x};Server=s",
+         u"Driver={FreeTDS};PWD={a;TDS_Version=}x};Server=s;TDS_Version=7.4;ClientCharset=UTF-8"},
         {u"DSN=plant;UID=sa", u"DSN=plant;UID=sa"},
         {u"Driver=SQLite3;Database=/tmp/x.db", u"Driver=SQLite3;Database=/tmp/x.db"},
         {u"driver={FreeTDS};server=s", u"driver={FreeTDS};server=s;TDS_Version=7.4;ClientCharset=UTF-8"},
@@ -101,6 +103,7 @@ TEST(ConnectionString, NamesWhatItDidNotUnderstandAndNoPassword) {
         {u"Provider=SQLOLEDB;Data Source=s;Password=x;geheim", u"第 4 項"},
         {u"Provider=SQLOLEDB;Data Source=s;Password=\"geheim", u"「Password」"},
         {u"Provider=SQLOLEDB;Data Source=s;Password='x'geheim", u"「Password」"},
+        {u"Provider=SQLOLEDB;Data Source=s;Password='geheim};'", u"「PWD」"},
         {u"Driver={FreeTDS;PWD=geheim", u"「Driver」"},
         {u"Server=s;PWD=geheim", u"「Server」"},
     };

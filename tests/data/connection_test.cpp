@@ -317,6 +317,38 @@ TEST_F(ConnectionTest, ATransactionThatTheEngineDroppedIsNotContinued) {
     EXPECT_EQ(add(connection, u"3"_s), 1) << "and the connection is good again";
 }
 
+TEST_F(ConnectionTest, ACommitThatFailsHasRolledBack) {
+    Connection connection(database.pool, database.target);
+    connection.BeginTrans();
+    add(connection, u"1"_s);
+    database.pool.failAt(1);
+    EXPECT_EQ(errorOf([&] { connection.CommitTrans(); }), DatabaseError::Injected);
+    EXPECT_FALSE(connection.inTransaction());
+    EXPECT_EQ(count(), u"0");
+    connection.BeginTrans();
+    add(connection, u"1"_s);
+    connection.CommitTrans();
+    EXPECT_EQ(count(), u"1");
+}
+
+TEST_F(ConnectionTest, AFullDiskHasATextAndSavesNothing) {
+    Connection connection(database.pool, database.target);
+    const auto allow = [&](const char* pages) { return pragma(connection, pages).toInt(); };
+    const int used = allow("PRAGMA page_count");
+    allow(("PRAGMA max_page_count=" + std::to_string(used + 3)).c_str());
+    connection.BeginTrans();
+    QString text;
+    int number = 0;
+    for (int i = 0; number == 0 && i < 1000; ++i)
+        number = errorOf([&] { add(connection, QString(200, u'x') + QString::number(i)); }, &text);
+    EXPECT_EQ(number, DatabaseError::DiskFull);
+    EXPECT_TRUE(text.contains(u"磁碟已滿")) << text.toStdString();
+    connection.RollbackTrans();
+    EXPECT_EQ(count(), u"0");
+    allow("PRAGMA max_page_count=1000000");
+    EXPECT_EQ(add(connection, u"1"_s), 1);
+}
+
 void saveDocument(ConnectionPool& pool, const QString& target) {
     Connection connection(pool, target);
     Recordset existing =

@@ -51,17 +51,16 @@ TEST(OdbcStatement, TakesNamesOutOfTheirBrackets) {
 
 TEST(OdbcStatement, WritesEveryKindOfValue) {
     const Literal null;
-    const Literal text{Literal::Kind::Text, u"O'N紙"_s, 0, 0};
-    const Literal tenth{Literal::Kind::Float, {}, 0.1, 0};
+    const Literal text{Literal::Kind::Text, u"O'N紙"_s};
+    const Literal tenth{Literal::Kind::Float, {}, 0.1};
     const Literal seven{Literal::Kind::Integer, {}, 0, -7};
+    const QString a = u"a"_s, b = u"b"_s, odd = u"a]b"_s, key = u"k"_s;
     EXPECT_EQ(
-        insertStatement(u"[採購資料]"_s, {{u"a]b"_s, text}, {u"c"_s, null}, {u"d"_s, tenth}, {u"e"_s, seven}})
-            .text(),
-        u"INSERT INTO [採購資料] ([a]]b],[c],[d],[e]) VALUES (N'O''N紙',NULL,1.0000000000000001e-01,-7)");
+        insertStatement(u"[採購資料]"_s, {{&odd, &text}, {&a, &null}, {&b, &tenth}, {&key, &seven}}).text(),
+        u"INSERT INTO [採購資料] ([a]]b],[a],[b],[k]) VALUES (N'O''N紙',NULL,1.0000000000000001e-01,-7)");
     EXPECT_EQ(insertStatement(u"t"_s, {}).text(), u"INSERT INTO t DEFAULT VALUES");
     EXPECT_EQ(
-        updateStatement(u"t"_s, {{u"a"_s, text}, {u"b"_s, null}}, {{u"k"_s, seven}},
-                        {{u"a"_s, null}, {u"b"_s, tenth}})
+        updateStatement(u"t"_s, {{&a, &text}, {&b, &null}}, {{&key, &seven}}, {{&a, &null}, {&b, &tenth}})
             .text(),
         u"UPDATE t SET [a]=N'O''N紙',[b]=NULL WHERE [k]=-7 AND [a] IS NULL AND [b]=1.0000000000000001e-01");
 }

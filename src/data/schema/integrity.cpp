@@ -26,8 +26,9 @@ QStringList engineFaults(const QString& connectionString) {
         result = sqlite3_exec(opened, "pragma integrity_check", row, &faults, nullptr);
     }
     if (result != SQLITE_OK)
-        throw DatabaseError(DatabaseError::ConnectionFailed,
-                            u"無法檢查資料庫檔案 %1:%2"_s.arg(target.file, QString::fromUtf8(sqlite3_errmsg(opened))));
+        throw DatabaseError(
+            DatabaseError::ConnectionFailed,
+            u"無法檢查資料庫檔案 %1:%2"_s.arg(target.file, QString::fromUtf8(sqlite3_errmsg(opened))));
     faults.removeAll(u"ok"_s);
     return faults;
 }

@@ -14,7 +14,7 @@ create table [原料申購資料] (
 go
 create index [IX_原料申購資料_申購日期] on [原料申購資料] ([申購日期], [申購單號])
 go
--- For sums over the lines of an item: the header's family without its row.
+-- For the same sums: the header's family without its row.
 create index [IX_原料申購資料_類別] on [原料申購資料] ([申購單號], [類別], [審單])
 go
 -- An order line finds its requisition line by number and item; a line keeps no number of its own.
@@ -47,7 +47,8 @@ create table [採購資料] (
     constraint [PK_採購資料] primary key ([採購單號])
 )
 go
-create index [IX_採購資料_製單時間] on [採購資料] ([類別], [製單時間], [採購日期], [採購單號])
+-- Navigation in the order of entry, for those who see only some salespersons too.
+create index [IX_採購資料_製單時間] on [採購資料] ([類別], [製單時間], [採購日期], [採購單號], [業務員代號])
 go
 create index [IX_採購資料_採購日期] on [採購資料] ([類別], [採購日期], [採購單號])
 go
@@ -75,6 +76,7 @@ create table [採購明細資料] (
     constraint [PK_採購明細資料] primary key ([採購單號], [序])
 )
 go
+-- The stock panel adds up the lines of an item at every move of the cursor: the sums never touch the rows.
 create index [IX_採購明細資料_原料代號] on [採購明細資料] ([原料代號], [採購單號], [數量], [已入庫數])
 go
 create index [IX_採購明細資料_印件編號] on [採購明細資料] ([印件編號])

@@ -8,7 +8,9 @@
 #include <QSet>
 #include <sqlite3.h>
 
-static void registerSchemaFiles() { Q_INIT_RESOURCE(schema); }
+static void registerSchemaFiles() {
+    Q_INIT_RESOURCE(schema);
+}
 
 namespace liaowu {
 
@@ -17,9 +19,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// In the order of their dependencies: what a view reads comes before it.
-constexpr std::array<const char16_t*, 8> SchemaFiles{
-    u"users",         u"masters",    u"purchasing", u"warehouse", u"work_tables",
-    u"other_modules", u"own_tables", u"views"};
+constexpr std::array<const char16_t*, 8> SchemaFiles{u"users",      u"masters",     u"purchasing",
+                                                     u"warehouse",  u"work_tables", u"other_modules",
+                                                     u"own_tables", u"views"};
 
 QString withoutComments(const QString& text) {
     QStringList kept;
@@ -54,8 +56,9 @@ void makeFile(const QString& file) {
     const int opened = sqlite3_open_v2(file.toUtf8().constData(), &database,
                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     // An empty database has no file yet; a version number brings one about.
-    const int written =
-        opened == SQLITE_OK ? sqlite3_exec(database, "pragma user_version = 1", nullptr, nullptr, nullptr) : opened;
+    const int written = opened == SQLITE_OK
+                            ? sqlite3_exec(database, "pragma user_version = 1", nullptr, nullptr, nullptr)
+                            : opened;
     const QString reason = QString::fromUtf8(sqlite3_errmsg(database));
     sqlite3_close(database);
     if (written != SQLITE_OK)
@@ -84,8 +87,10 @@ QSet<QString> objectsOfFile(const QString& file) {
 QSet<QString> objectsOfServer(Connection& connection) {
     QSet<QString> names;
     const Recordset rows = select(
-        connection, sql(u"select name from sys.objects union select name from sys.indexes where name is not null"));
-    for (int row = 0; row < rows.RecordCount(); ++row) names.insert(rows.textAt(row, 0).toCaseFolded());
+        connection,
+        sql(u"select name from sys.objects union select name from sys.indexes where name is not null"));
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        names.insert(rows.textAt(row, 0).toCaseFolded());
     return names;
 }
 
@@ -125,11 +130,14 @@ std::vector<UpgradeStep> upgradeSteps() {
 
 } // namespace
 
-int schemaVersion() { return 1; }
+int schemaVersion() {
+    return 1;
+}
 
 QStringList schemaStatements() {
     QStringList all;
-    for (const char16_t* file : SchemaFiles) all << statementsOf(file);
+    for (const char16_t* file : SchemaFiles)
+        all << statementsOf(file);
     return all;
 }
 
@@ -164,8 +172,9 @@ void upgradeSchema(ConnectionPool& pool, const QString& connectionString) {
     Connection connection(pool, connectionString);
     const int stored = storedVersion(connection);
     if (stored > schemaVersion())
-        throw DatabaseError(DatabaseError::Usage, u"資料庫的版本 %1 比程式的版本 %2 新,請先更新程式"_s.arg(stored).arg(
-                                                      schemaVersion()));
+        throw DatabaseError(
+            DatabaseError::Usage,
+            u"資料庫的版本 %1 比程式的版本 %2 新,請先更新程式"_s.arg(stored).arg(schemaVersion()));
     Transaction transaction(connection);
     for (const UpgradeStep& step : upgradeSteps()) {
         if (step.to <= stored) continue;

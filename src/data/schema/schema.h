@@ -17,7 +17,8 @@ enum class SchemaParts {
 
 /// Creates the file of the embedded engine if it is missing (`connectionString` names it) and makes every table,
 /// view and index that is not there yet. Never alters what is there.
-void createSchema(ConnectionPool& pool, const QString& connectionString, SchemaParts parts = SchemaParts::All);
+void createSchema(ConnectionPool& pool, const QString& connectionString,
+                  SchemaParts parts = SchemaParts::All);
 
 /// Version stored in a database; 0 when it has no version table (a plain database of the suite).
 int storedVersion(Connection& connection);

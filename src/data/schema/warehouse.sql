@@ -18,6 +18,9 @@ create index [IX_原料入庫資料_製單時間] on [原料入庫資料] ([類�
 go
 create index [IX_原料入庫資料_入庫日期] on [原料入庫資料] ([類別], [入庫日期], [入庫單號])
 go
+-- A new number looks for the day anywhere in all numbers.
+create index [IX_原料入庫資料_入庫單號] on [原料入庫資料] ([入庫單號], [類別], [單別])
+go
 create table [原料入庫明細] (
     [採購單號] nvarchar(30) default '', [原料代號] nvarchar(20) default '', [原料名稱] nvarchar(80) default '',
     [規格] nvarchar(80) default '', [數量] nvarchar(20) default '', [備品] nvarchar(20) default '',
@@ -48,6 +51,10 @@ create table [原料領料資料] (
 )
 go
 create index [IX_原料領料資料_製單時間] on [原料領料資料] ([類別], [製單時間], [領料單號])
+go
+create index [IX_原料領料資料_領料日期] on [原料領料資料] ([類別], [領料日期], [領料單號])
+go
+create index [IX_原料領料資料_日期] on [原料領料資料] ([領料日期], [領料單號])
 go
 create index [IX_原料領料資料_類別] on [原料領料資料] ([領料單號], [類別], [審單])
 go

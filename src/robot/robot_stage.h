@@ -1,0 +1,66 @@
+#pragma once
+#include "common/session.h"
+#include "frame/process.h"
+#include "robot/robot_desktop.h"
+#include <QJSEngine>
+#include <QPointer>
+#include <QObject>
+#include <memory>
+
+namespace liaowu::robot {
+
+/// The stage on which scripts play: the functions they call, the launches they made, what passed and what failed.
+class Stage : public QObject {
+    Q_OBJECT
+public:
+    explicit Stage(const QString& connection);
+    ~Stage() override;
+
+    /// Plays one script; gives false when it cannot be read.
+    bool play(const QString& path);
+    int passed() const { return passedCount; }
+    int failed() const { return failedCount; }
+    const std::vector<Told>& messagesShown() const { return desktop.all; }
+
+    // What scripts call; the prelude gives these their names.
+    Q_INVOKABLE QJSValue launchString(const QString& text);
+    Q_INVOKABLE QString defaultConnection() const { return connection; }
+    Q_INVOKABLE void onMessage(const QString& title, const QString& text, const QString& answer);
+    Q_INVOKABLE void onWindow(const QString& name, const QJSValue& run);
+    Q_INVOKABLE void onFile(const QString& path) { desktop.answerFile(path); }
+    Q_INVOKABLE void tolerate(bool on) { desktop.tolerant = on; }
+    Q_INVOKABLE QJSValue messages();
+    Q_INVOKABLE QJSValue query(const QString& connection, const QString& sql);
+    Q_INVOKABLE int execute(const QString& connection, const QString& sql);
+    Q_INVOKABLE QJSValue sessionField(const QString& field);
+    Q_INVOKABLE void clock(const QString& time);
+    Q_INVOKABLE QString clipboardText() const;
+    Q_INVOKABLE void setClipboardText(const QString& text);
+    Q_INVOKABLE void screenshot(const QString& path);
+    Q_INVOKABLE void note(const QString& text);
+    Q_INVOKABLE void result(bool good, const QString& what, const QString& stack);
+    Q_INVOKABLE QJSValue rule(const QString& name, const QJSValue& arguments);
+    Q_INVOKABLE void failDatabaseAt(int call);
+    Q_INVOKABLE int databaseCalls();
+    Q_INVOKABLE int run(const QString& program, const QStringList& arguments);
+
+private:
+    void fail(const QString& what);
+    QString where() const;
+
+    QString connection;
+    QJSEngine engine;
+    RobotDesktop desktop;
+    std::vector<std::unique_ptr<Process>> launches;
+    /// Serves `db` and `rule`, beside the launches.
+    std::unique_ptr<Process> backstage;
+    QDateTime frozen;
+    QString script;
+    int passedCount = 0;
+    int failedCount = 0;
+};
+
+/// Calls a shared function by its own name and arguments; a JavaScript error on a failure.
+QJSValue callRule(QJSEngine& engine, Session& session, const QString& name, const QJSValue& arguments);
+
+} // namespace liaowu::robot

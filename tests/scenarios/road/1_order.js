@@ -1,0 +1,53 @@
+// The main road: an order entered with the keyboard alone, priced by the plant's formulas, saved, approved, found again.
+clock("2025-03-03 08:30:00");
+const s = launch({ function: "紙板採購作業", user: "主管甲" });
+check(s && s.mode === "新增", "the screen opens for adding");
+
+// A vendor by its code, then the lines: code, size, quantity, price, unit, date; Enter moves from one to the next.
+const boards = db.query("select top 3 浪紙代號 from 浪紙資料 where 進料單位='㎡' order by 浪紙代號").map(r => r["浪紙代號"]);
+s.type("V001");
+s.press("Enter");
+equal(s.get("lbl廠商簡稱") !== "", true, "the vendor is known");
+s.press("F6");
+const g = s.grid("fml明細");
+boards.forEach((code, i) => {
+    onWindow("frm原料輔助視窗_採購", w => {
+        if (i === 0) screenshot("out/2_pick.png");
+        w.press("Enter");
+    });
+    g.type(i + 1, "代號", code);
+    s.type("120*90");
+    s.press("Enter");
+    s.type(String(100 * (i + 1)));
+    s.press("Enter");
+    g.type(i + 1, "交貨日", "20250320");
+});
+equal(g.lineCount, 3, "three lines");
+check(/^計價公式/.test(g.cell(1, "計價公式")), "a line is priced by a formula");
+check(Number(s.get("txt合計")) > 0, "the total follows");
+screenshot("out/1_order.png");
+s.press("F8");
+equal(s.mode, "修改", "the screen goes on with the saved order");
+const number = s.get("txt採購單號");
+equal(number.slice(0, 6), "250303", "the number bears the date");
+
+onWindow("frm單據審核", w => { screenshot("out/3_approval.png"); w.click("scmd確定"); });
+onMessage("詢問", "操作成功,是否立即儲存?", "yes");
+s.toolbar("審單");
+equal(db.query("select 審單 from 採購資料 where 採購單號='" + number + "'")[0]["審單"], "Y", "the order is approved");
+
+const again = launch({ function: "紙板採購作業", user: "主管甲" });
+again.press("F2");
+again.click("scmd查詢條件");
+again.type(number);
+again.press("Enter");
+equal(again.grid("MSHFlexGrid1").lineCount, 3, "the order is found by its number");
+screenshot("out/4_search.png");
+again.press("Enter");
+equal(again.get("txt採購單號"), number, "and shown again");
+check(again.visible("pic審單"), "with its stamp");
+screenshot("out/5_approved.png");
+
+const f = launch({ function: "原料計價公式", user: "admin" });
+f.grid("fml明細").enter(1, "計算公式");
+screenshot("out/6_formulas.png");
