@@ -58,7 +58,7 @@ public:
              u"insert into 原料板位明細 values ('物料', 'IN1', 'A區', '2501100001', '57', '4', '')"});
     }
     /// What the check finds after these deeds, which are undone again.
-    QStringList differencesAfter(std::initializer_list<const char16_t*> deeds) {
+    QStringList differencesAfter(const std::vector<const char16_t*>& deeds) {
         Connection connection(pool, target);
         const Transaction undone(connection);
         for (const char16_t* deed : deeds)
@@ -148,7 +148,7 @@ TEST(CheckPlant, FindsEachKindOfDrift) {
 TEST(CheckPlant, ToleratesWhatUsersMayDo) {
     struct Case {
         QString name;
-        std::initializer_list<const char16_t*> deeds;
+        std::vector<const char16_t*> deeds;
     };
     const std::vector<Case> cases{
         {u"a line closed by hand"_s,
