@@ -94,10 +94,12 @@ void ScreenFrame::activate() {
 QString ScreenFrame::refusalText() const { return RefusedText; }
 
 void ScreenFrame::start() {
-    if (about.document && rights.新增) {
-        addRecord();
-    } else {
+    if (!about.document || !rights.新增) {
         beginEdit();
+    } else if (reloadBrowse() == Failed) {
+        lockForm(record);
+    } else {
+        addRecord();
     }
 }
 
@@ -355,9 +357,7 @@ void ScreenFrame::addRecord() {
 }
 
 void ScreenFrame::move(const QString& where) {
-    discardTyping();
     unlockForm(record);
-    // The set is read at the first use: a screen that opens for adding shows nothing of it.
     if (!browseSet.isOpen() && reloadBrowse() != 0) return;
     if (where == u"first") {
         browseSet.MoveFirst();
@@ -380,6 +380,7 @@ void ScreenFrame::move(const QString& where) {
             return;
         }
     }
+    discardTyping();
     displayRecord(browseSet.text(0).trimmed());
     updateStatus();
 }
