@@ -123,8 +123,10 @@ std::optional<OrderConflict> checkStored(Session& session, Connection& connectio
     if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"採購單 %1 已由其他使用者刪除!"_s.arg(number));
     stored = OrderDocument{headerOf(row), readLines(connection, number, true), {}};
     if (save.overwrite || stampOf(stored->header) == save.loadedStamp) return std::nullopt;
-    const QString person = row.text(u"修改人").trimmed();
-    return OrderConflict{person.isEmpty() ? stored->header.審單人 : person, stored->header.修改時間};
+    // A batch approval changes the mark alone, and leaves its own name and date.
+    if (save.loadedStamp.startsWith(stored->header.修改時間 + u'|'))
+        return OrderConflict{stored->header.審單人, stored->header.審單日期};
+    return OrderConflict{row.text(u"修改人").trimmed(), stored->header.修改時間};
 }
 
 } // namespace
