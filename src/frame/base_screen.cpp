@@ -111,8 +111,11 @@ void ScreenFrame::runTool(const QString& key) {
     running = true;
     const QPointer<ScreenFrame> alive(this);
     endOpenEdit();
-    if (!(currentMode == ModeSearch && key == u"search")) previousMode = currentMode;
-    previousControl = focusWidget();
+    const QString before = currentMode;
+    if (before != ModeSearch) {
+        previousMode = before;
+        previousControl = focusWidget();
+    }
     if (key == u"add") {
         addRecord();
     } else if (key == u"edit") {
@@ -233,9 +236,18 @@ void ScreenFrame::showPage(const QString& mode) {
         {ModeAdd, u"add"_s}, {ModeEdit, u"edit"_s}, {ModeSearch, u"search"_s}, {ModePrint, u"print"_s}};
     strip->press(pressed.value(mode));
     if (QWidget* page = pageOfMode.value(mode)) pages->setCurrentWidget(page);
-    for (const Tool& tool : toolsOf(about.tools))
-        if (tool.key != u"|") strip->setOn(tool.key, tool.enabledIn & modeBit(mode));
+    showTools();
     updateStatus();
+}
+
+void ScreenFrame::showTools() {
+    static const QStringList needRecord{u"reload"_s, u"del"_s,  u"save"_s, u"first"_s, u"previous"_s, u"next"_s,
+                                        u"last"_s,   u"審單"_s, u"審核"_s, u"print"_s, u"詢價記錄"_s};
+    for (const Tool& tool : toolsOf(about.tools)) {
+        if (tool.key == u"|") continue;
+        const bool nothing = currentMode == ModeEdit && !hasRecord && needRecord.contains(tool.key);
+        strip->setOn(tool.key, (tool.enabledIn & modeBit(currentMode)) && !nothing);
+    }
 }
 
 void ScreenFrame::setStatus(int panel, const QString& text) { panels[static_cast<size_t>(panel - 1)]->setText(text); }
@@ -314,13 +326,11 @@ bool ScreenFrame::displayRecord(const QString& key) {
 
 void ScreenFrame::beginEdit() {
     firstSearch = true;
+    hasRecord = false;
     showPage(ModeEdit);
     clearForm(record);
     unlockForm(record);
     clearRecordPage();
-    const QStringList needRecord{u"reload"_s, u"del"_s, u"save"_s, u"first"_s, u"previous"_s, u"next"_s,
-                                 u"last"_s, u"審單"_s, u"審核"_s, u"print"_s, u"詢價記錄"_s};
-    for (const QString& key : needRecord) strip->setOn(key, false);
     const int loaded = reloadBrowse();
     if (loaded != 0) {
         lockForm(record);
@@ -328,7 +338,8 @@ void ScreenFrame::beginEdit() {
         updateStatus();
         return;
     }
-    for (const QString& key : needRecord) strip->setOn(key, true);
+    hasRecord = true;
+    showTools();
     lockKeyField(entry(record, about.keyField));
     displayRecord(browseSet.text(0).trimmed());
     updateStatus();
@@ -354,11 +365,25 @@ void ScreenFrame::addRecord() {
     updateStatus();
 }
 
+bool ScreenFrame::standOnRecord() {
+    const int position = browseSet.isOpen() ? browseSet.AbsolutePosition() : 0;
+    // A screen that opened for adding has read no keys yet.
+    if (about.freshKeys || !browseSet.isOpen()) {
+        const int loaded = reloadBrowse();
+        if (loaded == 1) beginEdit();
+        if (loaded != 0) return false;
+    }
+    if (!browseSet.EOF_() && !browseSet.BOF_() && browseSet.text(0).trimmed() == currentKey) return true;
+    browseSet.MoveFirst();
+    // A record that another user deleted leaves its place.
+    if (!browseSet.Find(about.keyColumn, currentKey))
+        browseSet.setAbsolutePosition(std::clamp(position, 1, browseSet.RecordCount()));
+    return true;
+}
+
 void ScreenFrame::move(const QString& where) {
-    discardTyping();
     unlockForm(record);
-    // The set is read at the first use: a screen that opens for adding shows nothing of it.
-    if (!browseSet.isOpen() && reloadBrowse() != 0) return;
+    if (!standOnRecord()) return;
     if (where == u"first") {
         browseSet.MoveFirst();
     } else if (where == u"last") {
@@ -380,6 +405,7 @@ void ScreenFrame::move(const QString& where) {
             return;
         }
     }
+    discardTyping();
     displayRecord(browseSet.text(0).trimmed());
     updateStatus();
 }
@@ -387,12 +413,15 @@ void ScreenFrame::move(const QString& where) {
 void ScreenFrame::gotoRecord(const QString& key) {
     discardTyping();
     currentKey = key;
-    if (!browseSet.isOpen()) reloadBrowse();
-    showPage(ModeEdit);
-    if (browseSet.isOpen() && browseSet.RecordCount() > 0) {
+    hasRecord = true;
+    const auto found = [&] {
+        if (!browseSet.isOpen() || browseSet.RecordCount() == 0) return false;
         browseSet.MoveFirst();
-        browseSet.Find(about.keyColumn, key);
-    }
+        return browseSet.Find(about.keyColumn, key);
+    };
+    // A record that others added meanwhile is not among the keys yet.
+    if (!found() && reloadBrowse() == 0) found();
+    showPage(ModeEdit);
     unlockForm(record);
     lockKeyField(entry(record, about.keyField));
     displayRecord(key);

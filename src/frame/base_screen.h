@@ -28,6 +28,7 @@ struct ScreenInfo {
     QString addingText = QStringLiteral("新增中....");
     bool document = true;    ///< audit columns 製單人 rather than 建檔人
     bool endsProcess = true; ///< closing ends the process outright
+    bool freshKeys = false;  ///< navigation reads the keys anew each time, so that it sees what others added and deleted
     std::vector<QString> tools;
 };
 
@@ -127,6 +128,8 @@ private:
     bool functionKey(int key, Qt::KeyboardModifiers modifiers);
     bool enterKey(QWidget* target);
     void move(const QString& where);
+    bool standOnRecord();
+    void showTools();
     void openHistory();
     void watchTyping();
 
@@ -141,6 +144,7 @@ private:
     QLabel* noticeLabel;
     QPointer<QWidget> previousControl;
     QHash<QString, std::function<void(bool)>> lookups;
+    bool hasRecord = true; ///< false while 修改 has nothing to show
     bool activated = false;
     bool refused = false;
     bool running = false;

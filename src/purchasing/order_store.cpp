@@ -124,7 +124,10 @@ std::optional<OrderConflict> checkStored(Session& session, Connection& connectio
     stored = OrderDocument{headerOf(row), readLines(connection, number, true), {}};
     if (save.overwrite || stampOf(stored->header) == save.loadedStamp) return std::nullopt;
     const QString person = row.text(u"修改人").trimmed();
-    return OrderConflict{person.isEmpty() ? stored->header.審單人 : person, stored->header.修改時間};
+    // A mark set from outside of this screen leaves its own person and day.
+    if (save.loadedStamp.startsWith(stored->header.修改時間 + u'|') && !stored->header.審單人.isEmpty())
+        return OrderConflict{stored->header.審單人, stored->header.審單日期};
+    return OrderConflict{person, stored->header.修改時間};
 }
 
 } // namespace

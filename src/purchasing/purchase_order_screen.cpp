@@ -31,6 +31,7 @@ ScreenInfo infoOf(const Session& session) {
     info.keyColumn = u"採購單號"_s;
     info.keyField = u"txt採購單號"_s;
     info.recordWord = u"採購單號"_s;
+    info.freshKeys = true;
     info.tools = {u"add"_s,  u"edit"_s, u"del"_s,  u"search"_s, u"save"_s,     u"|"_s,     u"first"_s, u"previous"_s,
                   u"next"_s, u"last"_s, u"|"_s,    u"審單"_s,   u"整批審單"_s, u"print"_s, u"|"_s,     u"exit"_s};
     return info;
@@ -394,6 +395,8 @@ void frm採購作業系統::saveOrderAs(const QString& parameter) {
     lastDocumentNumber = currentKey = save.header.採購單號;
     loadedStamp = stampOf(save.header);
     loadedLines = save.lines;
+    // Lines saved for the first time have their numbers now, by which the next save knows them.
+    for (size_t i = 0; i < save.lines.size(); ++i) putLine(static_cast<int>(i) + 1, save.lines[i]);
     isApproved = save.header.審單 == u"Y";
     session.documentSaved = true;
     markModified(false);

@@ -51,6 +51,8 @@ private:
     OrderLines linesOnScreen() const;
     bool cellEdited(int row, const QString& title, const QString& before, bool batch);
     bool mayType(const QString& title) const;
+    /// Approved where approval is in force: what it costs is no longer open.
+    bool isSettled() const { return isApproved && session.approvalParam != u"N"; }
     QStringList listOf(int row, const QString& title) const;
     bool runPick(int row, const QString& title);
     bool pickRequisitionLines(int row);
