@@ -32,6 +32,7 @@ class BenchDesktop : public Desktop {
 public:
     bool ask(const QString&, const QString&, bool) override { return true; }
     int runModal(QDialog&) override { return 0; }
+    bool progress(const QString&, int, int) override { return true; }
     void present(QWidget& screen) override {
         screen.resize(1366, 740);
         screen.show();

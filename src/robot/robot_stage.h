@@ -4,6 +4,7 @@
 #include "robot/robot_desktop.h"
 #include <QJSEngine>
 #include <QPointer>
+#include <QTemporaryDir>
 #include <QObject>
 #include <memory>
 
@@ -42,12 +43,15 @@ public:
     Q_INVOKABLE QJSValue rule(const QString& name, const QJSValue& arguments);
     Q_INVOKABLE void failDatabaseAt(int call);
     Q_INVOKABLE int databaseCalls();
+    /// A path of this name in a folder that goes with the run.
+    Q_INVOKABLE QString workFile(const QString& name) const { return folder.filePath(name); }
     Q_INVOKABLE int run(const QString& program, const QStringList& arguments);
 
 private:
     void fail(const QString& what);
     QString where() const;
 
+    QTemporaryDir folder;
     QString connection;
     QJSEngine engine;
     RobotDesktop desktop;
