@@ -77,7 +77,7 @@ void BatchPage::build() {
         if (declared.title == spec.markTitle) {
             made.limit = 1;
             made.filter = 6;
-            made.typable = made.entry = made.upper = true;
+            made.typable = made.entry = true;
         }
         columns.push_back(made);
     }
