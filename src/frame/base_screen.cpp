@@ -369,7 +369,7 @@ void ScreenFrame::addRecord() {
     updateStatus();
 }
 
-bool ScreenFrame::standOnRecord() {
+bool ScreenFrame::standOnRecord(bool forward) {
     const int position = browseSet.isOpen() ? browseSet.AbsolutePosition() : 0;
     // A screen that opened for adding has read no keys yet.
     if (about.freshKeys || !browseSet.isOpen()) {
@@ -379,15 +379,16 @@ bool ScreenFrame::standOnRecord() {
     }
     if (!browseSet.EOF_() && !browseSet.BOF_() && browseSet.text(0).trimmed() == currentKey) return true;
     browseSet.MoveFirst();
-    // A record that another user deleted leaves its place.
-    if (!browseSet.Find(about.keyColumn, currentKey))
-        browseSet.setAbsolutePosition(std::clamp(position, 1, browseSet.RecordCount()));
+    if (browseSet.Find(about.keyColumn, currentKey)) return true;
+    // A record that another user deleted has left its place to the one behind it.
+    const int place = position > 0 ? position : browseSet.RecordCount() + 1;
+    browseSet.setAbsolutePosition(forward ? place - 1 : place);
     return true;
 }
 
 void ScreenFrame::move(const QString& where) {
     unlockForm(record);
-    if (!standOnRecord()) return;
+    if (!standOnRecord(where == u"next")) return;
     if (where == u"first") {
         browseSet.MoveFirst();
     } else if (where == u"last") {

@@ -133,7 +133,7 @@ private:
     bool functionKey(int key, Qt::KeyboardModifiers modifiers);
     bool enterKey(QWidget* target);
     void move(const QString& where);
-    bool standOnRecord();
+    bool standOnRecord(bool forward);
     void showTools();
     void openHistory();
     void watchTyping();

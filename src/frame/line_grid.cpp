@@ -428,9 +428,9 @@ void LineGrid::placeList(const QStringList& items) {
 
 void LineGrid::hideList() {
     if (!list->isVisible()) return;
-    const bool hadFocus = list->hasFocus();
+    // A widget that goes with the focus passes it on, and the grid would take that for a step to the next cell.
+    if (list->hasFocus()) setFocus();
     list->hide();
-    if (hadFocus) setFocus();
 }
 
 void LineGrid::pickFromList(const QString& text) {

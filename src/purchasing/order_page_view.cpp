@@ -52,7 +52,7 @@ constexpr ColumnRow columns[] = {
     {u"單價", 850, 20, 3, Typed | Entry | Right | Money},
     {u"單位", 700, 10, 0, Typed | Entry},
     {u"小計", 1050, 0, 0, Right | Money},
-    {u"交貨日", 1000, 0, 1, Typed | Entry},
+    {u"交貨日", 1000, 0, 0, Typed | Entry | Upper},
     {u"楞別", 600, 10, 0, Typed},
     {u"剖切尺寸", 1000, 40, 0, Typed},
     {u"壓線種類", 1000, 10, 0, Typed},

@@ -113,7 +113,7 @@ double highestReceived(Connection& connection, const QString& number) {
 }
 
 /// Reads what is stored of a document that is about to be written again, and checks that it may be.
-std::optional<OrderConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
+std::optional<SaveConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
                                          std::optional<OrderDocument>& stored) {
     const QString& number = save.lastDocumentNumber;
     if (!save.mayApprove && session.approvalParam != u"N" &&
@@ -126,8 +126,8 @@ std::optional<OrderConflict> checkStored(Session& session, Connection& connectio
     const QString person = row.text(u"修改人").trimmed();
     // A mark set from outside of this screen leaves its own person and day.
     if (save.loadedStamp.startsWith(stored->header.修改時間 + u'|') && !stored->header.審單人.isEmpty())
-        return OrderConflict{stored->header.審單人, stored->header.審單日期};
-    return OrderConflict{person, stored->header.修改時間};
+        return SaveConflict{stored->header.審單人, stored->header.審單日期};
+    return SaveConflict{person, stored->header.修改時間};
 }
 
 } // namespace
@@ -147,7 +147,7 @@ std::optional<OrderDocument> loadOrder(Connection& connection, const QString& nu
     return order;
 }
 
-std::optional<OrderConflict> saveOrder(Session& session, OrderSave& save) {
+std::optional<SaveConflict> saveOrder(Session& session, OrderSave& save) {
     Connection connection(session.pool, session.connectionString);
     const QString today = serverTime(connection, 2);
     const QString now = serverTime(connection, -1);

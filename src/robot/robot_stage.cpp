@@ -207,6 +207,18 @@ int Stage::run(const QString& program, const QStringList& arguments) {
     return QProcess::execute(QCoreApplication::applicationDirPath() + u'/' + program, arguments);
 }
 
+QString Stage::folder() const { return QFileInfo(script).absolutePath(); }
+
+void Stage::writeFile(const QString& path, const QString& text) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0) engine.throwError(u"not written: %1"_s.arg(path));
+}
+
+void Stage::copyFile(const QString& from, const QString& to) {
+    QFile::remove(to);
+    if (!QFile::copy(from, to)) engine.throwError(u"not copied: %1"_s.arg(from));
+}
+
 // ---- the database, from backstage ----
 
 QJSValue Stage::query(const QString& at, const QString& text) {

@@ -3,9 +3,9 @@
 #include "frame/process.h"
 #include "robot/robot_desktop.h"
 #include <QJSEngine>
+#include <QObject>
 #include <QPointer>
 #include <QTemporaryDir>
-#include <QObject>
 #include <memory>
 
 namespace liaowu::robot {
@@ -43,15 +43,18 @@ public:
     Q_INVOKABLE QJSValue rule(const QString& name, const QJSValue& arguments);
     Q_INVOKABLE void failDatabaseAt(int call);
     Q_INVOKABLE int databaseCalls();
-    /// A path of this name in a folder that goes with the run.
-    Q_INVOKABLE QString workFile(const QString& name) const { return folder.filePath(name); }
     Q_INVOKABLE int run(const QString& program, const QStringList& arguments);
+    /// Folder of the script being played.
+    Q_INVOKABLE QString folder() const;
+    /// An empty folder of this run, gone at its end.
+    Q_INVOKABLE QString workFolder() const { return work.path(); }
+    Q_INVOKABLE void writeFile(const QString& path, const QString& text);
+    Q_INVOKABLE void copyFile(const QString& from, const QString& to);
 
 private:
     void fail(const QString& what);
     QString where() const;
 
-    QTemporaryDir folder;
     QString connection;
     QJSEngine engine;
     RobotDesktop desktop;
@@ -60,6 +63,7 @@ private:
     std::unique_ptr<Process> backstage;
     QDateTime frozen;
     QString script;
+    QTemporaryDir work;
     int passedCount = 0;
     int failedCount = 0;
 };
