@@ -42,7 +42,8 @@ struct OrderConflict {
     QString person, time;
 };
 
-/// What tells that a stored header is the one that was loaded: time of the last change, and the approval mark.
+/// What tells that a stored header is the one that was loaded: time and person of the last change, and the approval
+/// mark. The clock counts seconds, so the time alone would take two quick saves for one.
 QString stampOf(const OrderHeader& header);
 
 /// Writes a purchase order in one transaction: header, lines, quantities of the requisition lines they came from, prices to
