@@ -5,6 +5,7 @@
 #include "formula/formula_screen.h"
 #include "frame/base_screen.h"
 #include "frame/process.h"
+#include "purchasing/price_history_window.h"
 #include "purchasing/purchase_order_screen.h"
 
 namespace liaowu {
@@ -15,6 +16,7 @@ void registerEverything(Process& process) {
     registerApproval(process);
     registerFormulaScreen(process);
     registerPurchaseOrderScreen(process);
+    registerPriceHistory(process);
 }
 
 namespace {

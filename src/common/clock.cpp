@@ -10,7 +10,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// "yyyy-mm-dd hh:mi:ss" and "yyyy/mm/dd hh:mi:ss" are read by their places; anything else by the slower way.
 QDateTime parsedTime(const QString& raw) {
+    const QStringView text(raw);
+    if (text.size() >= 19) {
+        const QDate date(text.mid(0, 4).toInt(), text.mid(5, 2).toInt(), text.mid(8, 2).toInt());
+        const QTime time(text.mid(11, 2).toInt(), text.mid(14, 2).toInt(), text.mid(17, 2).toInt());
+        if (date.isValid() && time.isValid()) return QDateTime(date, time, Qt::UTC);
+    }
     for (const auto& form : {u"yyyy-MM-dd hh:mm:ss"_s, u"yyyy/MM/dd hh:mm:ss"_s, u"yyyy-MM-dd"_s}) {
         const QDateTime time = QDateTime::fromString(raw.left(form.size()), form);
         if (time.isValid()) return time;
@@ -23,13 +30,14 @@ QDate serverDate(Session& session) { return parsedTime(serverTime(session, -1)).
 } // namespace
 
 QString serverTime(Connection& connection, int mode) {
-    const QString raw = select(connection, sql(u"SELECT dbo.DT(9) AS 時間")).text(u"時間");
+    const QString raw = select(connection, sql(u"SELECT dbo.DT(9) AS 時間")).text(0);
+    if (mode < 0 || mode > 6) return raw;
     const QDateTime time = parsedTime(raw);
     switch (mode) {
     case 0: return time.toString(u"yyyy/MM/dd hh:mm");
     case 1: return time.toString(u"yyyy/MM/dd");
-    case 2: return time.toString(u"yyyyMMdd");
-    case 3: return time.toString(u"yyMMdd");
+    case 2: return date8(time.date());
+    case 3: return date8(time.date()).mid(2);
     case 4: return time.toString(u"yyMM");
     case 5: return time.toString(u"hh:mm");
     case 6: return time.toString(u"yyyy-MM-dd hh:mm");

@@ -115,7 +115,9 @@ QDate dateOf8(const QString& text) {
     return QDate(text.left(4).toInt(), text.mid(4, 2).toInt(), text.mid(6, 2).toInt());
 }
 
-QString date8(const QDate& date) { return date.toString(QStringLiteral("yyyyMMdd")); }
+QString date8(const QDate& date) {
+    return QString::number(date.year() * 10000 + date.month() * 100 + date.day()).rightJustified(8, u'0');
+}
 
 int validDate8(QStringView text) {
     if (text.isEmpty()) return 0;

@@ -1,6 +1,7 @@
 #include "frame/base_screen.h"
 #include "common/guard.h"
 #include "common/text_values.h"
+#include "frame/batch_page.h"
 #include "frame/change_history_window.h"
 #include "frame/form_view.h"
 #include "frame/search_page.h"
@@ -125,6 +126,8 @@ void ScreenFrame::runTool(const QString& key) {
         deleteRecord();
     } else if (key == u"search") {
         openSearch();
+    } else if (key == u"save" && currentMode == ModeBatch) {
+        batchPage->approveMarked();
     } else if (key == u"save") {
         session.documentSaved = false;
         saveRecord();
@@ -168,6 +171,7 @@ bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
     case Qt::Key_PageDown: return run(u"next"_s);
     case Qt::Key_Escape: close(); return true;
     case Qt::Key_F8:
+        if (currentMode == ModeBatch) return run(u"save"_s);
         // Unlike the toolbar's key, F8 keeps the screen open.
         if (strip->isOn(u"save"_s) && !running) {
             running = true;
@@ -460,6 +464,25 @@ void ScreenFrame::leaveSearch() {
     if (mode == ModeSearch) return;
     strip->markUnsaved(isWindowModified());
     if (previousControl) previousControl->setFocus();
+}
+
+// ---- batch approval ----
+
+void ScreenFrame::openBatch() {
+    if (!rights.批審) {
+        refuse(RefusedTextApproval);
+        showPage(currentMode);
+        return;
+    }
+    discardTyping();
+    if (!batchPage) {
+        batchPage = new BatchPage(process, batchSpec(), this);
+        addPage(ModeBatch, batchPage);
+        connect(batchPage, &BatchPage::listed, this, [this](int rows) { setStatus(2, QString::number(rows)); });
+    }
+    showPage(ModeBatch);
+    setStatus(1, u"查詢筆數"_s);
+    batchPage->open();
 }
 
 // ---- the record viewer, the end ----

@@ -1,6 +1,7 @@
 #pragma once
 #include "common/rights.h"
 #include "data/recordset.h"
+#include "frame/batch_spec.h"
 #include "frame/desktop.h"
 #include "frame/process.h"
 #include "frame/search_spec.h"
@@ -13,6 +14,7 @@ class QStackedWidget;
 
 namespace liaowu {
 
+class BatchPage;
 class SearchPage;
 class ToolStrip;
 
@@ -78,6 +80,7 @@ protected:
     virtual void deleteRecord() {}
     virtual void openPrint();
     virtual SearchSpec searchSpec() const { return {}; }
+    virtual BatchSpec batchSpec() const { return {}; }
     /// A key that the frame does not know.
     virtual void screenCommand(const QString&) {}
     /// Ends what is being typed into a grid, so that a command sees it.
@@ -97,6 +100,8 @@ protected:
     int reloadBrowse();
     void openSearch();
     void leaveSearch();
+    /// The batch approval page, for who holds the 批審 right.
+    void openBatch();
     void showPage(const QString& mode);
     void updateStatus();
     /// Shows the record and speaks when it fails.
@@ -140,6 +145,7 @@ private:
     QHash<QString, QWidget*> pageOfMode;
     QWidget* record;
     SearchPage* search = nullptr;
+    BatchPage* batchPage = nullptr;
     std::array<QLabel*, 8> panels{};
     QLabel* noticeLabel;
     QPointer<QWidget> previousControl;

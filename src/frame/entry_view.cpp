@@ -70,8 +70,7 @@ void EntryField::enforceLimit() {
 }
 
 void EntryField::insertFiltered(const QString& raw) {
-    QString kept = filterText(raw, filterMode);
-    if (upperCase) kept = kept.toUpper();
+    QString kept = filterText(upperCase ? raw.toUpper() : raw, filterMode);
     kept.replace(u'\n', u' ').remove(u'\r');
     if (!kept.isEmpty()) insert(kept);
     if (!kept.isEmpty()) Q_EMIT textEdited(text());

@@ -94,8 +94,7 @@ void LineGrid::pasteBlock(const QString& text) {
             if (column >= model_.columnCount()) break;
             const LineColumn& declared = model_.columns()[static_cast<size_t>(column)];
             const QString raw = cell.trimmed();
-            QString value = filterText(raw, declared.filter);
-            if (declared.upper) value = value.toUpper();
+            const QString value = filterText(declared.upper ? raw.toUpper() : raw, declared.filter);
             bool good = mayType(model_.index(row - 1, column));
             // A thousands separator in a pasted number is layout, not a fault.
             if (good && declared.filter > 0) good = value.compare(QString(raw).remove(u','), Qt::CaseInsensitive) == 0;

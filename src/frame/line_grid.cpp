@@ -276,8 +276,7 @@ bool LineGrid::startEdit(const QString& initial, bool replace) {
     const QModelIndex cell = currentIndex();
     if (!mayType(cell)) return false;
     const LineColumn& declared = model_.columns()[static_cast<size_t>(cell.column())];
-    QString text = filterText(initial, declared.filter);
-    if (declared.upper) text = text.toUpper();
+    const QString text = filterText(declared.upper ? initial.toUpper() : initial, declared.filter);
     if (replace && text.isEmpty()) return false;
     if (!previousRowFilled(cell.row() + 1)) {
         speakLater([this] { messages.warn(u"警告"_s, u"前一列資料尚未輸入!"_s); });

@@ -1,7 +1,5 @@
 #pragma once
-#include <QString>
-#include <QStringList>
-#include <array>
+#include "common/record_fields.h"
 #include <vector>
 
 namespace liaowu {
@@ -24,10 +22,7 @@ struct OrderLine {
 using OrderLines = std::vector<OrderLine>;
 
 /// A grid column of the order and the member that it shows, in the grid's order.
-struct OrderLineColumn {
-    const char16_t* title;
-    QString OrderLine::*member;
-};
+using OrderLineColumn = FieldOf<OrderLine>;
 inline constexpr std::array<OrderLineColumn, 32> OrderLineColumns{{
     {u"申購單號", &OrderLine::請購單號},   {u"工單單號", &OrderLine::印件編號}, {u"客戶代號", &OrderLine::客戶代號},
     {u"客戶", &OrderLine::客戶簡稱},       {u"紙箱代號", &OrderLine::紙箱代號}, {u"料號", &OrderLine::料號},
@@ -45,8 +40,8 @@ inline constexpr std::array<OrderLineColumn, 32> OrderLineColumns{{
 /// What stands in the place of money for a user without the 金額 right.
 inline const QString MaskedMoney = QStringLiteral("******");
 
-QStringList textsOf(const OrderLine& line);
-OrderLine lineOf(const QStringList& texts);
-bool isBlank(const OrderLine& line);
+inline QStringList textsOf(const OrderLine& line) { return textsOf(OrderLineColumns, line); }
+inline OrderLine lineOf(const QStringList& texts) { return recordOf(OrderLineColumns, texts); }
+inline bool isBlank(const OrderLine& line) { return isBlank(OrderLineColumns, line); }
 
 } // namespace liaowu

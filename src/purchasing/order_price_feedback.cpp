@@ -2,7 +2,7 @@
 #include "common/items.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
-#include <algorithm>
+#include <QHash>
 
 namespace liaowu {
 
@@ -64,12 +64,9 @@ struct Feedback {
 };
 
 /// A line saved again as it stands tells nothing new of the price.
-bool sameAsStored(const OrderLine& line, const OrderHeader& header, const OrderDocument& stored) {
-    const auto before = std::find_if(stored.lines.begin(), stored.lines.end(),
-                                     [&](const OrderLine& l) { return val(l.序) == val(line.序); });
-    return before != stored.lines.end() && val(before->單價) == val(line.單價) && before->單位.trimmed() == line.單位.trimmed() &&
-           before->原料代號.trimmed() == line.原料代號.trimmed() && stored.header.幣別 == header.幣別 &&
-           stored.header.廠商代號 == header.廠商代號;
+bool sameAsStored(const OrderLine& line, const OrderLine* before) {
+    return before && val(before->單價) == val(line.單價) && before->單位.trimmed() == line.單位.trimmed() &&
+           before->原料代號.trimmed() == line.原料代號.trimmed();
 }
 
 } // namespace
@@ -77,8 +74,11 @@ bool sameAsStored(const OrderLine& line, const OrderHeader& header, const OrderD
 void feedPricesBack(Session& session, Connection& connection, const OrderHeader& header, const OrderLines& lines,
                     const std::optional<OrderDocument>& stored, const QString& today) {
     const Feedback feedback{session, connection, header, today};
+    QHash<double, const OrderLine*> before;
+    if (stored && stored->header.幣別 == header.幣別 && stored->header.廠商代號 == header.廠商代號)
+        for (const OrderLine& line : stored->lines) before.insert(val(line.序), &line);
     for (const OrderLine& line : lines)
-        if (val(line.單價) != 0 && !(stored && sameAsStored(line, header, *stored))) feedback.feed(line);
+        if (val(line.單價) != 0 && !sameAsStored(line, before.value(val(line.序)))) feedback.feed(line);
 }
 
 } // namespace liaowu

@@ -33,19 +33,25 @@ void numberOrderLines(OrderLines& lines, double receivedHigh) {
 
 namespace {
 
-const OrderLine* lineOfNumber(const OrderLines& lines, double number) {
-    const auto found = std::find_if(lines.begin(), lines.end(), [&](const OrderLine& l) { return val(l.序) == number; });
-    return found == lines.end() ? nullptr : &*found;
+using LineByNumber = QHash<double, const OrderLine*>;
+
+LineByNumber byNumber(const OrderLines& lines) {
+    LineByNumber result;
+    for (const OrderLine& line : lines)
+        if (const double number = val(line.序); number > 0 && !result.contains(number)) result.insert(number, &line);
+    return result;
 }
 
 } // namespace
 
 void mergeWarehouseColumns(OrderLines& lines, const OrderLines& loaded, const OrderLines& stored) {
+    const LineByNumber storedBy = byNumber(stored);
+    const LineByNumber loadedBy = byNumber(loaded);
     for (OrderLine& line : lines) {
         const double number = val(line.序);
-        const OrderLine* kept = number > 0 ? lineOfNumber(stored, number) : nullptr;
+        const OrderLine* kept = storedBy.value(number);
         if (!kept) continue;
-        const OrderLine* before = lineOfNumber(loaded, number);
+        const OrderLine* before = loadedBy.value(number);
         const bool typed = before && val(before->已入庫數) != val(line.已入庫數);
         if (!typed) line.已入庫數 = kept->已入庫數;
         line.已檢驗數 = kept->已檢驗數;
@@ -58,15 +64,17 @@ void mergeWarehouseColumns(OrderLines& lines, const OrderLines& loaded, const Or
 
 std::vector<RequisitionChange> requisitionChanges(const OrderLines& lines, const OrderLines& stored) {
     std::vector<RequisitionChange> changes;
+    QHash<std::pair<QString, QString>, size_t> place;
     const auto add = [&](const OrderLine& line, double sign) {
         const QString number = line.請購單號.trimmed();
         const QString code = line.原料代號.trimmed();
         if (number.isEmpty() || code.isEmpty()) return;
-        auto found = std::find_if(changes.begin(), changes.end(), [&](const RequisitionChange& change) {
-            return change.申購單號 == number && change.原料代號 == code;
-        });
-        if (found == changes.end()) found = changes.insert(changes.end(), {number, code, 0});
-        found->quantity += sign * val(line.數量);
+        const auto key = std::pair(number, code);
+        if (!place.contains(key)) {
+            place.insert(key, changes.size());
+            changes.push_back({number, code, 0});
+        }
+        changes[place.value(key)].quantity += sign * val(line.數量);
     };
     for (const OrderLine& line : stored) add(line, -1);
     for (const OrderLine& line : lines) add(line, 1);

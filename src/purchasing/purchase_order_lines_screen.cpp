@@ -33,7 +33,10 @@ void frm採購作業系統::connectGrid() {
     events.doubleClicked = [this](int row, const QString& title) {
         if (title != u"單價" || !rights.金額 || row > fml明細->lineCount()) return;
         if (fml明細->text(row, u"工單單號"_s).trimmed().isEmpty()) return;
-        session.messages.inform(u"歷史單價明細"_s, u"歷史單價明細尚未提供!"_s);
+        session.formulaMode = session.category;
+        session.filterCode = fml明細->text(row, u"代號"_s).trimmed();
+        session.filterName = fml明細->text(row, u"內部品名"_s).trimmed();
+        process.runWindow(u"frm歷史單價明細_採購"_s, this);
     };
     connect(fml明細, &LineGrid::selectionMoved, this, &frm採購作業系統::showStock);
 }

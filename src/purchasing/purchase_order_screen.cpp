@@ -7,6 +7,7 @@
 #include "frame/lookups.h"
 #include "frame/pick_window.h"
 #include "purchasing/order_picks.h"
+#include "purchasing/order_batch.h"
 #include "purchasing/order_page_view.h"
 #include "purchasing/order_queries.h"
 #include "purchasing/order_rules.h"
@@ -102,13 +103,11 @@ void frm採購作業系統::screenCommand(const QString& key) {
     if (key == u"審單") {
         approve();
     } else if (key == u"整批審單") {
-        if (rights.批審) {
-            session.messages.inform(u"整批審單"_s, u"整批審單功能尚未提供!"_s);
-        } else {
-            refuse(RefusedTextApproval);
-        }
+        openBatch();
     }
 }
+
+BatchSpec frm採購作業系統::batchSpec() const { return orderBatch(session, canSeePrice); }
 
 // ---- states ----
 

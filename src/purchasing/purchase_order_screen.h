@@ -27,6 +27,7 @@ protected:
     void saveRecord() override { saveOrderAs(QString()); }
     void deleteRecord() override;
     SearchSpec searchSpec() const override;
+    BatchSpec batchSpec() const override;
     void screenCommand(const QString& key) override;
     void clearRecordPage() override;
     bool quickFind(const QString& number) override;
