@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QTemporaryDir>
 #include <memory>
+#include <set>
 
 namespace liaowu::robot {
 
@@ -43,11 +44,13 @@ public:
     Q_INVOKABLE QJSValue rule(const QString& name, const QJSValue& arguments);
     Q_INVOKABLE void failDatabaseAt(int call);
     Q_INVOKABLE int databaseCalls();
+    /// Runs the function once, before the next statement of any launch whose native text holds `fragment`.
+    Q_INVOKABLE void beforeStatement(const QString& fragment, const QJSValue& run);
+    /// A path of this name in a folder that goes with the run.
+    Q_INVOKABLE QString workFile(const QString& name) const { return work.filePath(name); }
     Q_INVOKABLE int run(const QString& program, const QStringList& arguments);
     /// Folder of the script being played.
     Q_INVOKABLE QString folder() const;
-    /// An empty folder of this run, gone at its end.
-    Q_INVOKABLE QString workFolder() const { return work.path(); }
     Q_INVOKABLE void writeFile(const QString& path, const QString& text);
     Q_INVOKABLE void copyFile(const QString& from, const QString& to);
 
@@ -64,6 +67,7 @@ private:
     QDateTime frozen;
     QString script;
     QTemporaryDir work;
+    std::set<QString> awaited; ///< fragments of statements that have not come yet
     int passedCount = 0;
     int failedCount = 0;
 };

@@ -127,6 +127,7 @@ equal(db.query("select * from 原料申購明細 where 申購單號='" + number 
 db.execute("update 原料申購資料 set 審單=null where 申購單號 in (select top 3 申購單號 from 原料申購資料 order by 申購日期 desc,申購單號 desc)");
 clock("2025-01-15 08:30:00");
 const b = launch({ function: "資材申購作業", user: "主管甲" });
+b.toolbar("edit");
 b.toolbar("批審");
 equal([b.mode, b.get("txt日期1"), b.get("txt日期2")], ["批審", "20250108", "20250115"], "the batch page");
 const list = b.grid("fml整批審單");
