@@ -7,6 +7,7 @@
 #include "frame/process.h"
 #include "purchasing/price_history_window.h"
 #include "purchasing/purchase_order_screen.h"
+#include "purchasing/requisition_screen.h"
 
 namespace liaowu {
 
@@ -17,6 +18,7 @@ void registerEverything(Process& process) {
     registerFormulaScreen(process);
     registerPurchaseOrderScreen(process);
     registerPriceHistory(process);
+    registerRequisitionScreen(process);
 }
 
 namespace {

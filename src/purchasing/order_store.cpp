@@ -116,7 +116,7 @@ double highestReceived(Connection& connection, const QString& number) {
 QString changeOf(const OrderHeader& header) { return header.修改時間 + u'|' + header.修改人 + u'|'; }
 
 /// Reads what is stored of a document that is about to be written again, and checks that it may be.
-std::optional<OrderConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
+std::optional<SaveConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
                                          std::optional<OrderDocument>& stored) {
     const QString& number = save.lastDocumentNumber;
     if (!save.mayApprove && session.approvalParam != u"N" &&
@@ -128,8 +128,8 @@ std::optional<OrderConflict> checkStored(Session& session, Connection& connectio
     if (save.overwrite || stampOf(stored->header) == save.loadedStamp) return std::nullopt;
     // A mark set from outside of this screen leaves its own person and day.
     const OrderHeader& now = stored->header;
-    if (save.loadedStamp.startsWith(changeOf(now)) && !now.審單人.isEmpty()) return OrderConflict{now.審單人, now.審單日期};
-    return OrderConflict{now.修改人, now.修改時間};
+    if (save.loadedStamp.startsWith(changeOf(now)) && !now.審單人.isEmpty()) return SaveConflict{now.審單人, now.審單日期};
+    return SaveConflict{now.修改人, now.修改時間};
 }
 
 } // namespace
@@ -149,7 +149,7 @@ std::optional<OrderDocument> loadOrder(Connection& connection, const QString& nu
     return order;
 }
 
-std::optional<OrderConflict> saveOrder(Session& session, OrderSave& save) {
+std::optional<SaveConflict> saveOrder(Session& session, OrderSave& save) {
     Connection connection(session.pool, session.connectionString);
     const QString today = serverTime(connection, 2);
     const QString now = serverTime(connection, -1);

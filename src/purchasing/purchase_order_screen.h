@@ -74,8 +74,6 @@ private:
     void saveOrderAs(const QString& parameter);
     OrderHeader headerOnScreen() const;
     bool checkHeader();
-    bool showFinding(const Finding& finding);
-    bool confirmOverwrite(const OrderConflict& conflict);
     void approve();
 
     FormulaTable formulas;

@@ -1,6 +1,5 @@
 #include "purchasing/requisition_screen.h"
 #include "common/clock.h"
-#include "common/document_numbers.h"
 #include "common/guard.h"
 #include "common/phrases.h"
 #include "common/text_values.h"
@@ -368,11 +367,12 @@ void frm申購作業系統::saveAs(const QString& parameter) {
     if (isNew && !drawNumber(requisitionNumbers())) return;
     RequisitionSave save{headerOnScreen(), linesOnScreen(), isNew, lastDocumentNumber, loadedStamp,
                          rights.審單 || rights.批轉, false};
-    const bool written = runSave(isNew, u"申購單號重複!"_s, true, [&]() -> std::optional<SaveConflict> {
-        if (const auto conflict = saveRequisition(session, save)) return SaveConflict{conflict->person, conflict->time};
-        return std::nullopt;
-    }, [&] { save.overwrite = true; });
+    const bool written = runSave(isNew, u"申購單號重複!"_s, true, [&](bool overwrite) {
+        save.overwrite = overwrite;
+        return saveRequisition(session, save);
+    });
     if (!written) return;
+    lastDocumentNumber = save.header.申購單號;
     isApproved = save.header.審單 == u"Y";
     finishSave(save.header.申購單號, isNew, u"資料儲存完畢!"_s);
 }

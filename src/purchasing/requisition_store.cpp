@@ -134,7 +134,7 @@ std::optional<RequisitionDocument> loadRequisition(Connection& connection, const
     return document;
 }
 
-std::optional<RequisitionConflict> saveRequisition(Session& session, RequisitionSave& save) {
+std::optional<SaveConflict> saveRequisition(Session& session, RequisitionSave& save) {
     Connection connection(session.pool, session.connectionString);
     const QString now = serverTime(connection, -1);
     const QString today = serverTime(connection, 2);
@@ -153,7 +153,7 @@ std::optional<RequisitionConflict> saveRequisition(Session& session, Requisition
         const RequisitionHeader stored = headerOf(row);
         if (!save.overwrite && stampOf(stored) != save.loadedStamp) {
             const QString person = row.text(u"修改人").trimmed();
-            return RequisitionConflict{person.isEmpty() ? stored.審單人 : person, stored.修改時間};
+            return SaveConflict{person.isEmpty() ? stored.審單人 : person, stored.修改時間};
         }
         ordered = orderedByItem(connection, number);
         connection.Execute(sql(u"delete from [原料申購明細] Where 申購單號='{}'", number));

@@ -26,11 +26,6 @@ struct RequisitionSave {
     bool overwrite = false;
 };
 
-/// Somebody saved the document after it was loaded here.
-struct RequisitionConflict {
-    QString person, time;
-};
-
 /// Two rows with the same item speak against a save: an order line could not tell them apart.
 std::optional<Finding> checkRequisitionLines(const RequisitionLines& lines);
 
@@ -38,7 +33,7 @@ std::optional<Finding> checkRequisitionLines(const RequisitionLines& lines);
 /// from 1; 已采購數 is taken from the stored line of the same item, so that an order saved meanwhile is not lost. Gives a
 /// conflict, with nothing written, when the stored header was changed since it was loaded and `overwrite` is off.
 /// Throws `DatabaseError` and `Refusal`. Writes 原料申購資料 and 原料申購明細.
-std::optional<RequisitionConflict> saveRequisition(Session& session, RequisitionSave& save);
+std::optional<SaveConflict> saveRequisition(Session& session, RequisitionSave& save);
 
 /// Deletes a requisition and its lines; refuses an approved one when approval is in force.
 void deleteRequisition(Session& session, const QString& number);
