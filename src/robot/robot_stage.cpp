@@ -232,6 +232,13 @@ void Stage::copyFile(const QString& from, const QString& to) {
     if (!QFile::copy(from, to)) engine.throwError(u"not copied: %1"_s.arg(from));
 }
 
+void Stage::writeByte(const QString& path, int offset, int value) {
+    QFile file(path);
+    const char byte = static_cast<char>(value);
+    if (!file.open(QIODevice::ReadWrite) || !file.seek(offset) || file.write(&byte, 1) != 1)
+        engine.throwError(u"not written: %1"_s.arg(path));
+}
+
 // ---- the database, from backstage ----
 
 QJSValue Stage::query(const QString& at, const QString& text) {

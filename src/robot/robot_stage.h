@@ -46,13 +46,14 @@ public:
     Q_INVOKABLE int databaseCalls();
     /// Runs the function once, before the next statement of any launch whose native text holds `fragment`.
     Q_INVOKABLE void beforeStatement(const QString& fragment, const QJSValue& run);
-    /// A path of this name in a folder that goes with the run.
-    Q_INVOKABLE QString workFile(const QString& name) const { return work.filePath(name); }
     Q_INVOKABLE int run(const QString& program, const QStringList& arguments);
     /// Folder of the script being played.
     Q_INVOKABLE QString folder() const;
+    /// An empty folder of this run, gone at its end.
+    Q_INVOKABLE QString workFolder() const { return work.path(); }
     Q_INVOKABLE void writeFile(const QString& path, const QString& text);
     Q_INVOKABLE void copyFile(const QString& from, const QString& to);
+    Q_INVOKABLE void writeByte(const QString& path, int offset, int value);
 
 private:
     void fail(const QString& what);
