@@ -1,5 +1,6 @@
 #include "purchasing/order_store.h"
 #include "common/clock.h"
+#include "common/document_stamp.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
 #include "purchasing/order_price_feedback.h"
@@ -122,17 +123,13 @@ std::optional<SaveConflict> checkStored(Session& session, Connection& connection
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"採購單 %1 已由其他使用者刪除!"_s.arg(number));
     stored = OrderDocument{headerOf(row), readLines(connection, number, true), {}};
-    if (save.overwrite || stampOf(stored->header) == save.loadedStamp) return std::nullopt;
-    const QString person = row.text(u"修改人").trimmed();
-    // A mark set from outside of this screen leaves its own person and day.
-    if (save.loadedStamp.startsWith(stored->header.修改時間 + u'|') && !stored->header.審單人.isEmpty())
-        return SaveConflict{stored->header.審單人, stored->header.審單日期};
-    return SaveConflict{person, stored->header.修改時間};
+    if (save.overwrite) return std::nullopt;
+    return changedSince(row, u"審單"_s, save.loadedStamp);
 }
 
 } // namespace
 
-QString stampOf(const OrderHeader& header) { return header.修改時間 + u'|' + (header.審單 == u"Y" ? u"Y"_s : u"N"_s); }
+QString stampOf(const OrderHeader& header) { return documentStamp(header.修改時間, header.審單); }
 
 std::optional<OrderDocument> loadOrder(Connection& connection, const QString& number, bool canSeePrice) {
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}' ", number));

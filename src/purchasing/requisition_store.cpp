@@ -1,5 +1,6 @@
 #include "purchasing/requisition_store.h"
 #include "common/clock.h"
+#include "common/document_stamp.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
 #include <QHash>
@@ -52,10 +53,6 @@ RequisitionHeader headerOf(const Recordset& row) {
     readFields(row, headerColumns, header);
     readFields(row, readColumns, header);
     return header;
-}
-
-QString stampOf(const RequisitionHeader& header) {
-    return header.修改時間 + u'|' + (header.審單 == u"Y" ? u"Y"_s : u"N"_s);
 }
 
 bool isApprovedInStore(Connection& connection, const QString& number) {
@@ -122,7 +119,7 @@ std::optional<RequisitionDocument> loadRequisition(Connection& connection, const
     const Recordset row = select(connection, sql(u"select * from [原料申購資料] where 申購單號 = '{}' ", number));
     if (row.RecordCount() == 0) return std::nullopt;
     RequisitionDocument document{headerOf(row), {}, {}};
-    document.stamp = stampOf(document.header);
+    document.stamp = documentStamp(document.header.修改時間, document.header.審單);
     Recordset rows = select(connection, sql(u"Select 原料代號,原料名稱,規格,數量,單位,印件編號,需求日期,備注,'' as 序,工單單號,已采購數,楞別 "
                                             u"From [原料申購明細] Where 申購單號 = '{}' Order By 原料申購明細.序 ",
                                             number));
@@ -150,11 +147,8 @@ std::optional<SaveConflict> saveRequisition(Session& session, RequisitionSave& s
             throw Refusal(u"提示"_s, u"該單已審單,不允許修改"_s);
         row.Open(sql(u"select * from [原料申購資料] where 申購單號 = '{}'", number), connection, Cursor::Optimistic);
         if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"申購單 %1 已由其他使用者刪除!"_s.arg(number));
-        const RequisitionHeader stored = headerOf(row);
-        if (!save.overwrite && stampOf(stored) != save.loadedStamp) {
-            const QString person = row.text(u"修改人").trimmed();
-            return SaveConflict{person.isEmpty() ? stored.審單人 : person, stored.修改時間};
-        }
+        if (!save.overwrite)
+            if (const auto conflict = changedSince(row, u"審單"_s, save.loadedStamp)) return conflict;
         ordered = orderedByItem(connection, number);
         connection.Execute(sql(u"delete from [原料申購明細] Where 申購單號='{}'", number));
         row.set(u"修改人", session.salesmanName);
