@@ -3,7 +3,7 @@ clock("2025-01-15 08:30:00");
 const denied = launch({ function: "物料採購作業", user: "採購甲" });
 check(!denied.visible("toolbar:整批審單"), "the key is shown to who holds the right only");
 
-const second = stage.workFile("second.db");
+const second = stage.workFolder() + "/second.db";
 equal(stage.run("liaowu-db", ["create", second]), 0, "a second database");
 const target = "Provider=SQLite;Data Source=" + second;
 
