@@ -1,5 +1,6 @@
 #include "purchasing/order_store.h"
 #include "common/clock.h"
+#include "common/document_stamp.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
 #include "purchasing/order_price_feedback.h"
@@ -113,7 +114,9 @@ double highestReceived(Connection& connection, const QString& number) {
     return row.RecordCount() > 0 ? val(row.text(u"序")) : 0;
 }
 
-QString changeOf(const OrderHeader& header) { return header.修改時間 + u'|' + header.修改人 + u'|'; }
+DocumentStamp versionOf(const OrderHeader& header) {
+    return {header.修改人, header.修改時間, header.審單, header.審單人, header.審單日期};
+}
 
 /// Reads what is stored of a document that is about to be written again, and checks that it may be.
 std::optional<SaveConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
@@ -125,16 +128,12 @@ std::optional<SaveConflict> checkStored(Session& session, Connection& connection
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"採購單 %1 已由其他使用者刪除!"_s.arg(number));
     stored = OrderDocument{headerOf(row), readLines(connection, number, true), {}};
-    if (save.overwrite || stampOf(stored->header) == save.loadedStamp) return std::nullopt;
-    // A mark set from outside of this screen leaves its own person and day.
-    const OrderHeader& now = stored->header;
-    if (save.loadedStamp.startsWith(changeOf(now)) && !now.審單人.isEmpty()) return SaveConflict{now.審單人, now.審單日期};
-    return SaveConflict{now.修改人, now.修改時間};
+    return save.overwrite ? std::nullopt : versionOf(stored->header).since(save.loadedStamp);
 }
 
 } // namespace
 
-QString stampOf(const OrderHeader& header) { return changeOf(header) + (header.審單 == u"Y" ? u"Y"_s : u"N"_s); }
+QString stampOf(const OrderHeader& header) { return versionOf(header).text(); }
 
 std::optional<OrderDocument> loadOrder(Connection& connection, const QString& number, bool canSeePrice) {
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}' ", number));

@@ -1,9 +1,11 @@
 #include "robot/robot_input.h"
 #include <QApplication>
 #include <QCheckBox>
+#include <QCheckBox>
 #include <QInputMethodEvent>
 #include <QKeySequence>
 #include <QPointer>
+#include <QRadioButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QWidget>
