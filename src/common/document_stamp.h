@@ -25,4 +25,12 @@ private:
     QString change() const { return 修改時間 + u'|' + 修改人 + u'|'; }
 };
 
+/// The version that the current row of a header holds; `markColumn` is 審單 or 審核.
+template <typename Rows>
+DocumentStamp storedStamp(const Rows& header, const QString& markColumn) {
+    const auto text = [&](const QString& column) { return header.text(column).trimmed(); };
+    return {text(QStringLiteral("修改人")), text(QStringLiteral("修改時間")), text(markColumn), text(markColumn + u'人'),
+            text(markColumn + QStringLiteral("日期"))};
+}
+
 } // namespace liaowu

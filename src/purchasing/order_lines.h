@@ -1,5 +1,6 @@
 #pragma once
 #include "common/record_fields.h"
+#include "common/rights.h"
 #include <vector>
 
 namespace liaowu {
@@ -36,9 +37,6 @@ inline constexpr std::array<OrderLineColumn, 32> OrderLineColumns{{
     {u"備註", &OrderLine::備註},           {u"採購序", &OrderLine::序},         {u"已檢驗數", &OrderLine::已檢驗數},
     {u"檢驗合格數", &OrderLine::檢驗合格數}, {u"採購單號", &OrderLine::採購單號},
 }};
-
-/// What stands in the place of money for a user without the 金額 right.
-inline const QString MaskedMoney = QStringLiteral("******");
 
 inline QStringList textsOf(const OrderLine& line) { return textsOf(OrderLineColumns, line); }
 inline OrderLine lineOf(const QStringList& texts) { return recordOf(OrderLineColumns, texts); }
