@@ -189,7 +189,8 @@ SearchSpec orderSearch(Session& session, bool canSeePrice) {
     spec.statement = [&session, canSeePrice](const SearchInput& input) {
         return orderSearchStatement(session, input, canSeePrice, today8(session));
     };
-    spec.widths = {{u"H採購單號"_s, 0}};
+    spec.widths = {{u"採購單號"_s, 90},  {u"供應商"_s, 130}, {u"原料代號"_s, 100}, {u"原料名稱"_s, 210}, {u"規格"_s, 140},
+                   {u"數量"_s, 90},      {u"單價"_s, 90},    {u"小計"_s, 110},     {u"客戶料號"_s, 130}, {u"H採購單號"_s, 0}};
     return spec;
 }
 
