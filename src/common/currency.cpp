@@ -61,9 +61,12 @@ double convertCurrencyAt(Connection& connection, const QString& from, double amo
                          const QString& date) {
     if (from.trimmed() == to.trimmed()) return amount;
     const double target = targetRate(connection, to.trimmed());
-    const Recordset history =
-        select(connection, sql(u"select  * from [匯率修改記錄] where 幣別='{}'  and 修改日期 <'{}'  order by 修改日期 desc ",
-                               from.trimmed(), date));
+    // The rows of the history without a currency are the net-weight settings' own.
+    if (from.trimmed().isEmpty()) return converted(amount, 1, target);
+    const Recordset history = select(
+        connection,
+        sql(u"select  * from [匯率修改記錄] where 幣別='{}'  and 修改日期 <'{}'  order by 修改日期 desc ",
+            from.trimmed(), date));
     return converted(amount, rateIn(history), target);
 }
 

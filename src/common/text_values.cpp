@@ -211,4 +211,10 @@ QString filterText(const QString& text, int mode) {
     return result;
 }
 
+QString acceptedText(const QString& text, int mode, bool upper) {
+    QString line = text;
+    line.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
+    return filterText(upper ? line.toUpper() : line, mode);
+}
+
 } // namespace liaowu

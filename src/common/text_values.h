@@ -51,5 +51,8 @@ int filterKey(int key, int mode);
 int upperKey(int key);
 /// A whole text through `filterKey`, full-width forms of ASCII turned into ASCII first when the mode filters.
 QString filterText(const QString& text, int mode);
+/// What a field of one line takes of a text, on whatever way it comes in: line ends as blanks, upper case where the field
+/// wants it, then the filter, so that a small "y" is a "Y" before the filter sees it.
+QString acceptedText(const QString& text, int mode, bool upper);
 
 } // namespace liaowu

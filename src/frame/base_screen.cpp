@@ -95,10 +95,12 @@ void ScreenFrame::activate() {
 QString ScreenFrame::refusalText() const { return RefusedText; }
 
 void ScreenFrame::start() {
-    if (about.document && rights.新增) {
-        addRecord();
-    } else {
+    if (!about.document || !rights.新增) {
         beginEdit();
+    } else if (reloadBrowse() == Failed) {
+        lockForm(record);
+    } else {
+        addRecord();
     }
 }
 

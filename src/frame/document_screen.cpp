@@ -3,6 +3,7 @@
 #include "common/guard.h"
 #include "common/text_values.h"
 #include "frame/tool_strip_view.h"
+#include <QApplication>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -127,7 +128,8 @@ void DocumentScreen::deleteLine() {
 
 bool DocumentScreen::screenKey(int key, Qt::KeyboardModifiers) {
     if (key != Qt::Key_F6 || (mode() != ModeAdd && mode() != ModeEdit)) return false;
-    if (fml明細->hasFocus() || fml明細->isEditing()) {
+    // The editor and the list of a cell are the grid's own.
+    if (fml明細->hasFocus() || fml明細->isAncestorOf(QApplication::focusWidget())) {
         fml明細->endEdit();
         for (EntryField* field : card->findChildren<EntryField*>()) {
             if (!field->isVisible() || !field->isEnabled() || field->isLocked()) continue;

@@ -1,9 +1,13 @@
 #include "frame/entry_view.h"
 #include "common/text_values.h"
+#include <QAction>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
 #include <QStyle>
 #include <QWheelEvent>
 
@@ -70,10 +74,10 @@ void EntryField::enforceLimit() {
 }
 
 void EntryField::insertFiltered(const QString& raw) {
-    QString kept = filterText(upperCase ? raw.toUpper() : raw, filterMode);
-    kept.replace(u'\n', u' ').remove(u'\r');
-    if (!kept.isEmpty()) insert(kept);
-    if (!kept.isEmpty()) Q_EMIT textEdited(text());
+    const QString kept = acceptedText(raw, filterMode, upperCase);
+    if (kept.isEmpty() || isReadOnly()) return;
+    insert(kept);
+    Q_EMIT textEdited(text());
 }
 
 void EntryField::keyPressEvent(QKeyEvent* event) {
@@ -97,15 +101,31 @@ void EntryField::keyPressEvent(QKeyEvent* event) {
 }
 
 void EntryField::inputMethodEvent(QInputMethodEvent* event) {
-    if (!event->commitString().isEmpty() && (filterMode > 0 || upperCase)) {
-        const QString commit = event->commitString();
-        QInputMethodEvent rest(QString(), {});
-        QLineEdit::inputMethodEvent(&rest);
-        insertFiltered(commit);
-        event->accept();
+    QInputMethodEvent taken(event->preeditString(), event->attributes());
+    taken.setCommitString(acceptedText(event->commitString(), filterMode, upperCase),
+                          event->replacementStart(), event->replacementLength());
+    QLineEdit::inputMethodEvent(&taken);
+    event->accept();
+}
+
+void EntryField::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* menu = createStandardContextMenu();
+    if (auto* paste = menu->findChild<QAction*>(QStringLiteral("edit-paste"))) {
+        paste->disconnect();
+        connect(paste, &QAction::triggered, this,
+                [this] { insertFiltered(QGuiApplication::clipboard()->text()); });
+    }
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}
+
+void EntryField::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::MiddleButton) {
+        if (QGuiApplication::clipboard()->supportsSelection())
+            insertFiltered(QGuiApplication::clipboard()->text(QClipboard::Selection));
         return;
     }
-    QLineEdit::inputMethodEvent(event);
+    QLineEdit::mouseReleaseEvent(event);
 }
 
 bool EntryField::event(QEvent* event) {

@@ -2,6 +2,7 @@
 #include "frame/line_grid.h"
 #include <QApplication>
 #include <QClipboard>
+#include <QRegularExpression>
 
 namespace liaowu {
 
@@ -54,6 +55,21 @@ std::vector<QStringList> parsedBlock(const QString& text) {
     return rows;
 }
 
+/// A cell as a spreadsheet writes it: in quotes when it would fall apart otherwise.
+QString blockCell(QString text) {
+    static const QRegularExpression apart(u"[\t\n\r]|^\""_s);
+    if (!text.contains(apart)) return text;
+    return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
+}
+
+/// Whether the filter took all of a pasted text, and a quantity or price reads as one number. Thousands separators are layout,
+/// not a fault.
+bool fitsFilter(const QString& raw, const QString& taken, int filter) {
+    static const QRegularExpression number(u"^-?(\\d+\\.?\\d*|\\.\\d+)$"_s);
+    if (taken.size() != QString(raw).remove(u',').size()) return false;
+    return filter != 3 || taken.isEmpty() || number.match(taken).hasMatch();
+}
+
 const QColor FaultColour(0xff, 0xd6, 0xd6);
 
 } // namespace
@@ -67,7 +83,7 @@ void LineGrid::copySelection() const {
         QStringList cells;
         // Hidden columns hold what the user may not see.
         for (int c = block.left(); c <= block.right(); ++c)
-            if (!isColumnHidden(c)) cells << model_.text(r, c);
+            if (!isColumnHidden(c)) cells << blockCell(model_.text(r, c));
         lines << cells.join(u'\t');
     }
     QApplication::clipboard()->setText(lines.join(u'\n'));
@@ -94,10 +110,9 @@ void LineGrid::pasteBlock(const QString& text) {
             if (column >= model_.columnCount()) break;
             const LineColumn& declared = model_.columns()[static_cast<size_t>(column)];
             const QString raw = cell.trimmed();
-            const QString value = filterText(declared.upper ? raw.toUpper() : raw, declared.filter);
+            const QString value = acceptedText(raw, declared.filter, declared.upper);
             bool good = mayType(model_.index(row - 1, column));
-            // A thousands separator in a pasted number is layout, not a fault.
-            if (good && declared.filter > 0) good = value.compare(QString(raw).remove(u','), Qt::CaseInsensitive) == 0;
+            if (good && declared.filter > 0) good = fitsFilter(raw, value, declared.filter);
             if (good && declared.pick && events.resolve && !value.isEmpty()) {
                 good = events.resolve(row, declared.title, value);
                 if (good) countRow(row);

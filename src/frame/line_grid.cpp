@@ -276,7 +276,7 @@ bool LineGrid::startEdit(const QString& initial, bool replace) {
     const QModelIndex cell = currentIndex();
     if (!mayType(cell)) return false;
     const LineColumn& declared = model_.columns()[static_cast<size_t>(cell.column())];
-    const QString text = filterText(declared.upper ? initial.toUpper() : initial, declared.filter);
+    const QString text = acceptedText(initial, declared.filter, declared.upper);
     if (replace && text.isEmpty()) return false;
     if (!previousRowFilled(cell.row() + 1)) {
         speakLater([this] { messages.warn(u"警告"_s, u"前一列資料尚未輸入!"_s); });
@@ -428,7 +428,7 @@ void LineGrid::placeList(const QStringList& items) {
 
 void LineGrid::hideList() {
     if (!list->isVisible()) return;
-    // A widget that goes with the focus passes it on, and the grid would take that for a step to the next cell.
+    // A child that is hidden with the focus on it passes it on by a Tab, which would move the cell.
     if (list->hasFocus()) setFocus();
     list->hide();
 }

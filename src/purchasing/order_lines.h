@@ -9,7 +9,7 @@ namespace liaowu {
 struct OrderHeader {
     QString 採購單號, 類別, 採購日期, 廠商代號, 廠商簡稱, 業務員代號, 業務員名稱, 幣別, 採購類別, 工單單號, 合計, 申購單位, 審單, 審單人,
         審單日期, 品質要求;
-    QString 修改時間; ///< as loaded: tells whether somebody else has saved since
+    QString 修改人, 修改時間; ///< as loaded: tell whether somebody else has saved since
 };
 
 /// A line of a purchase order, as 採購明細資料 holds it and the grid shows it. 單價 and 小計 hold what is visible (six

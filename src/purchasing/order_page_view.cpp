@@ -39,7 +39,7 @@ struct ColumnRow {
 /// Width in twips, limit in Big5 bytes, filter mode; Entry marks where Enter stops.
 constexpr ColumnRow columns[] = {
     {u"申購單號", 1150, 0, 0, Typed | Pick},
-    {u"工單單號", 1050, 0, 0, Typed | Pick},
+    {u"工單單號", 1050, 0, 0, Typed | Pick | Upper},
     {u"客戶代號", 0, 0, 0, 0},
     {u"客戶", 1000, 0, 0, 0},
     {u"紙箱代號", 0, 0, 0, 0},
@@ -195,6 +195,10 @@ QFrame* buildQualityPanel(QWidget* page) {
     QPlainTextEdit* text = nullptr;
     QFrame* panel = panelWith(page, u"SSFrame1"_s, u"品質要求"_s, head, text, u"txt品質要求"_s);
     text->setTabChangesFocus(true);
+    auto* close = new QPushButton(u"關閉"_s, panel);
+    close->setObjectName(u"Label19"_s);
+    close->setFocusPolicy(Qt::NoFocus);
+    head->addWidget(close);
     return panel;
 }
 

@@ -1,7 +1,10 @@
 #include "purchasing/order_picks.h"
 #include "common/items.h"
+#include "common/phrases.h"
 #include "common/session.h"
 #include "common/text_values.h"
+#include "data/recordset.h"
+#include "purchasing/order_pricing.h"
 #include "frame/item_picks.h"
 
 namespace liaowu {
@@ -158,9 +161,12 @@ OrderLine lineOfRequisitionPick(const QStringList& row, const QString& category)
     return line;
 }
 
-OrderLine lineOfWorkOrderPick(const QStringList& row) {
+OrderLine lineOfWorkOrderPick(const QStringList& row, const OrderLine& before) {
     const auto text = [&](int element) { return row.value(element).trimmed(); };
     OrderLine line;
+    for (const auto kept : {&OrderLine::請購單號, &OrderLine::序, &OrderLine::已入庫數, &OrderLine::已檢驗數,
+                            &OrderLine::檢驗合格數})
+        line.*kept = before.*kept;
     line.印件編號 = text(0);
     line.客戶代號 = text(3);
     line.客戶簡稱 = text(4);
@@ -169,7 +175,8 @@ OrderLine lineOfWorkOrderPick(const QStringList& row) {
     line.原料代號 = text(17);
     line.廠商名稱 = line.原料名稱 = text(7);
     line.規格 = text(8) + u'*' + text(9);
-    line.數量 = line.未交數 = numberText(val(text(11)));
+    line.數量 = numberText(val(text(11)));
+    line.未交數 = numberText(openQuantity(line));
     line.單位 = u"PCS"_s;
     line.楞別 = text(10);
     line.剖切尺寸 = text(12) + u'*' + text(13);
@@ -192,6 +199,25 @@ void putItemPick(OrderLine& line, const QStringList& row, const QString& categor
     line.單位 = text(4, 10);
     line.寬剖 = u"1"_s;
     if (line.送清.isEmpty()) line.送清 = u"N"_s;
+}
+
+std::optional<QStringList> exactPick(const Session& session, Connection& connection, const PickSpec& spec,
+                                     const QString& code) {
+    for (const SqlText& statement : spec.statements(session, {code})) {
+        const Recordset rows = select(connection, statement);
+        for (int row = 0; row < rows.RecordCount(); ++row) {
+            if (rows.textAt(row, 0).trimmed().compare(code.trimmed(), Qt::CaseInsensitive) != 0) continue;
+            QStringList texts;
+            for (int column = 0; column < rows.columnCount(); ++column)
+                texts << rows.textAt(row, column);
+            return texts;
+        }
+    }
+    return std::nullopt;
+}
+
+QString vendorItemName(Connection& connection, const QString& code, const QString& vendor) {
+    return truncateBytes(materialSizes(connection, code, vendor), 40);
 }
 
 } // namespace liaowu

@@ -1,8 +1,11 @@
 #pragma once
 #include "frame/pick_spec.h"
 #include "purchasing/order_lines.h"
+#include <optional>
 
 namespace liaowu {
+
+class Connection;
 
 /// The pick windows of requisitions and orders and of their neighbours. Each reads `Session::pickParam` as its filter,
 /// `formulaMode` as the item family and `pickVendor` as the document's vendor.
@@ -14,9 +17,17 @@ PickSpec requisitionItemPick();                        ///< frm原料輔助視�
 
 /// The order line that a row of `requisitionLinePick` gives; the price is still to come.
 OrderLine lineOfRequisitionPick(const QStringList& row, const QString& category);
-/// The order line that a row of `workOrderPick` gives; no price.
-OrderLine lineOfWorkOrderPick(const QStringList& row);
+/// The order line that a row of `workOrderPick` makes of the line it was picked into: that one's requisition, number and
+/// received quantities stay. No price.
+OrderLine lineOfWorkOrderPick(const QStringList& row, const OrderLine& before);
 /// Puts a row of `orderItemPick` into a line; each text is cut to the limit of its column.
 void putItemPick(OrderLine& line, const QStringList& row, const QString& category);
+
+/// The row that a window offers under exactly this code, blanks and case aside; nothing when it offers none.
+std::optional<QStringList> exactPick(const Session& session, Connection& connection, const PickSpec& spec,
+                                     const QString& code);
+
+/// A board's name as the vendor knows it, cut to its column.
+QString vendorItemName(Connection& connection, const QString& code, const QString& vendor);
 
 } // namespace liaowu

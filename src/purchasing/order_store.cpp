@@ -27,6 +27,7 @@ constexpr HeaderColumn readOnlyColumns[] = {{u"審單", &OrderHeader::審單},
                                             {u"審單人", &OrderHeader::審單人},
                                             {u"審單日期", &OrderHeader::審單日期},
                                             {u"品質要求", &OrderHeader::品質要求},
+                                            {u"修改人", &OrderHeader::修改人},
                                             {u"修改時間", &OrderHeader::修改時間}};
 
 /// The line's columns in the order of the table; 序 comes first and 採購單號 last.
@@ -113,6 +114,10 @@ double highestReceived(Connection& connection, const QString& number) {
     return row.RecordCount() > 0 ? val(row.text(u"序")) : 0;
 }
 
+DocumentStamp versionOf(const OrderHeader& header) {
+    return {header.修改人, header.修改時間, header.審單, header.審單人, header.審單日期};
+}
+
 /// Reads what is stored of a document that is about to be written again, and checks that it may be.
 std::optional<SaveConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
                                          std::optional<OrderDocument>& stored) {
@@ -123,13 +128,12 @@ std::optional<SaveConflict> checkStored(Session& session, Connection& connection
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"採購單 %1 已由其他使用者刪除!"_s.arg(number));
     stored = OrderDocument{headerOf(row), readLines(connection, number, true), {}};
-    if (save.overwrite) return std::nullopt;
-    return changedSince(row, u"審單"_s, save.loadedStamp);
+    return save.overwrite ? std::nullopt : versionOf(stored->header).since(save.loadedStamp);
 }
 
 } // namespace
 
-QString stampOf(const OrderHeader& header) { return documentStamp(header.修改時間, header.審單); }
+QString stampOf(const OrderHeader& header) { return versionOf(header).text(); }
 
 std::optional<OrderDocument> loadOrder(Connection& connection, const QString& number, bool canSeePrice) {
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}' ", number));
@@ -177,7 +181,10 @@ std::optional<SaveConflict> saveOrder(Session& session, OrderSave& save) {
     applyRequisitionChanges(connection, requisitionChanges(save.lines, stored ? stored->lines : OrderLines()));
     if (save.canSeePrice) feedPricesBack(session, connection, save.header, save.lines, stored, today);
     transaction.commit();
-    if (!save.isNew) save.header.修改時間 = now;
+    if (!save.isNew) {
+        save.header.修改人 = session.salesmanName;
+        save.header.修改時間 = now;
+    }
     return std::nullopt;
 }
 

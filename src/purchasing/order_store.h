@@ -37,7 +37,7 @@ struct OrderSave {
     bool overwrite = false;  ///< write over what another user saved meanwhile
 };
 
-/// What tells that a stored header is the one that was loaded: time of the last change, and the approval mark.
+/// What tells that a stored header is the one that was loaded.
 QString stampOf(const OrderHeader& header);
 
 /// Writes a purchase order in one transaction: header, lines, quantities of the requisition lines they came from, prices to

@@ -26,7 +26,7 @@ void frm採購作業系統::connectGrid() {
     };
     events.pick = [this](int row, const QString& title) { return runPick(row, title); };
     events.resolve = [this](int row, const QString& title, const QString& code) {
-        return title == u"代號" && resolveCode(row, code);
+        return resolvePasted(row, title, code);
     };
     events.entered = [this](int row, const QString& title) { cellEntered(row, title); };
     events.list = [this](int row, const QString& title) { return listOf(row, title); };
@@ -72,14 +72,15 @@ QStringList frm採購作業系統::listOf(int row, const QString& title) const {
     return {};
 }
 
-bool frm採購作業系統::cellEdited(int row, const QString& title, const QString&, bool batch) {
+bool frm採購作業系統::cellEdited(int row, const QString& title, const QString& before, bool batch) {
     OrderLine line = lineAt(row);
+    const Speak speak = batch ? Speak::Never : Speak::Later;
     if (title == u"大紙數") {
         line.數量 = numberText(val(format(val(line.數量), u"0.0000")));
         updateOpenQuantity(line);
         putLine(row, line);
         fml明細->countRow(row);
-        recalculate(row, !batch);
+        recalculate(row, speak);
     } else if (title == u"單價") {
         if (!rights.金額) {
             if (!batch) fml明細->speakLater([this] { refuse(RefusedTextConsult); });
@@ -88,10 +89,10 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
         line.單價 = line.原單價 = numberText(val(format(val(line.單價), u"0.0000")));
         putLine(row, line);
         fml明細->countRow(row);
-        recalculate(row, !batch);
+        recalculate(row, speak);
     } else if (title == u"單位") {
         fml明細->countRow(row);
-        recalculate(row, !batch);
+        recalculate(row, speak);
     } else if (title == u"已交數") {
         line.已入庫數 = numberText(val(line.已入庫數));
         line.未交數 = numberText(openQuantity(line));
@@ -112,7 +113,9 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
             if (!batch && session.category != u"物料")
                 session.messages.notice(u"第%1行剖切尺寸沒有數字,走紙才以 %2 計"_s.arg(row).arg(line.寬剖));
         }
-    } else if (title != u"代號" && title != u"申購單號" && title != u"工單單號") {
+    } else if (title == u"申購單號") {
+        typedOver = before;
+    } else if (title != u"代號" && title != u"工單單號") {
         fml明細->setText(row, title, fml明細->text(row, title).trimmed());
     }
     return true;
@@ -120,7 +123,7 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
 
 // ---- arithmetic ----
 
-void frm採購作業系統::recalculate(int row, bool late) {
+void frm採購作業系統::recalculate(int row, Speak speak) {
     OrderLine line = lineAt(row);
     bool evaluated = true;
     guarded(session, u"取得原料資料錯誤"_s, [&] {
@@ -133,16 +136,15 @@ void frm採購作業系統::recalculate(int row, bool late) {
         evaluated = false;
     }
     putLine(row, line);
-    if (!evaluated) {
-        const auto tell = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
-        if (late) {
-            fml明細->speakLater(tell);
-        } else {
-            tell();
-        }
+    if (evaluated) {
+        fml明細->unmarkCell(row, u"小計"_s);
+        showTotal();
         return;
     }
-    showTotal();
+    fml明細->markCell(row, u"小計"_s, FaultColour, u"計價公式無法計算"_s);
+    const auto tell = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
+    if (speak == Speak::Now) tell();
+    if (speak == Speak::Later) fml明細->speakLater(tell);
 }
 
 void frm採購作業系統::showTotal() {
@@ -169,29 +171,36 @@ void frm採購作業系統::refreshAllPrices() {
         OrderLine line = lineAt(row);
         guarded(session, u"取得原料資料錯誤"_s, [&] {
             Connection connection(session.pool, session.connectionString);
+            PriceFound master;
             if (const auto found = findItem(connection, session.category, line.原料代號)) {
                 itemRow = *found;
-                priceLine(connection, line, {val(found->進價), found->幣別.trimmed()});
+                master = {val(found->進價), found->幣別.trimmed()};
             }
+            priceLine(connection, line, master);
         });
         putLine(row, line);
-        recalculate(row, false);
+        recalculate(row, Speak::Now);
     }
     showTotal();
 }
 
 // ---- picks ----
 
-bool frm採購作業系統::runPick(int row, const QString& title) {
-    if (mode() != ModeAdd && mode() != ModeEdit) return false;
-    session.pickParam = fml明細->text(row, title).trimmed();
+void frm採購作業系統::handOverToPick() {
     session.formulaMode = session.category;
     session.pickVendor = entry(this, u"txt廠商代號"_s)->text().trimmed();
     session.amountRight = canSeePrice;
+}
+
+bool frm採購作業系統::runPick(int row, const QString& title) {
+    if (mode() != ModeAdd && mode() != ModeEdit) return false;
+    session.pickParam = fml明細->text(row, title).trimmed();
+    handOverToPick();
     bool picked = false;
     if (title == u"申購單號") picked = pickRequisitionLines(row);
     if (title == u"工單單號") picked = pickWorkOrder(row);
     if (title == u"代號") picked = pickItem(row);
+    typedOver.reset();
     if (picked) {
         markModified(true);
         showStock();
@@ -207,19 +216,23 @@ bool frm採購作業系統::pickRequisitionLines(int row) {
     int at = row;
     OrderLine here = lineAt(row);
     here.請購單號.clear();
-    if (!isBlank(here)) at = fml明細->lineCount() + 1;
+    if (!isBlank(here)) {
+        at = fml明細->lineCount() + 1;
+        // The row keeps the requisition it came from: what was typed over it was a search.
+        if (typedOver) fml明細->setText(row, u"申購單號"_s, *typedOver);
+    }
     for (const QStringList& picked : rows) {
         if (at > document.depth) break;
         OrderLine line = lineOfRequisitionPick(picked, session.category);
         guarded(session, u"取得原料資料錯誤"_s, [&] {
             Connection connection(session.pool, session.connectionString);
             if (session.category == u"紙板")
-                line.廠商名稱 = materialSizes(connection, line.原料代號, session.pickVendor);
+                line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
             priceLine(connection, line, {val(picked.value(6)), picked.value(7).trimmed()});
         });
         putLine(at, line);
         fml明細->countRow(at);
-        recalculate(at, false);
+        recalculate(at, Speak::Now);
         at = fml明細->lineCount() + 1;
     }
     fml明細->select(std::min(at - 1, document.depth), u"代號"_s);
@@ -228,51 +241,63 @@ bool frm採購作業系統::pickRequisitionLines(int row) {
 
 bool frm採購作業系統::pickWorkOrder(int row) {
     if (!pickRow(process, workOrderPick(), this)) return false;
-    OrderLine line = lineOfWorkOrderPick(session.pickResult);
-    line.請購單號 = fml明細->text(row, u"申購單號"_s);
-    line.序 = fml明細->text(row, u"採購序"_s);
+    takeWorkOrder(row, session.pickResult, Speak::Now);
+    return true;
+}
+
+void frm採購作業系統::takeWorkOrder(int row, const QStringList& picked, Speak speak) {
+    OrderLine line = lineOfWorkOrderPick(picked, lineAt(row));
     if (!canSeePrice) line.單價 = MaskedMoney;
-    if (session.category == u"紙板") line.廠商名稱 = materialSizes(session, line.原料代號, session.pickVendor);
+    if (session.category == u"紙板")
+        guarded(session, u"取得輔助資料錯誤"_s, [&] {
+            Connection connection(session.pool, session.connectionString);
+            line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
+        });
     putLine(row, line);
     fml明細->countRow(row);
-    recalculate(row, false);
-    return true;
+    recalculate(row, speak);
 }
 
 bool frm採購作業系統::pickItem(int row) {
     if (!pickRow(process, orderItemPick(), this)) return false;
-    takeItem(row, session.pickResult);
+    takeItem(row, session.pickResult, Speak::Now);
     return true;
 }
 
-void frm採購作業系統::takeItem(int row, const QStringList& picked) {
+void frm採購作業系統::takeItem(int row, const QStringList& picked, Speak speak) {
     OrderLine line = lineAt(row);
     putItemPick(line, picked, session.category);
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
-        if (session.category == u"紙板") line.廠商名稱 = materialSizes(connection, line.原料代號, session.pickVendor);
+        if (session.category == u"紙板")
+            line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
         priceLine(connection, line, {val(picked.value(5)), picked.value(6).trimmed()});
     });
     putLine(row, line);
     fml明細->countRow(row);
-    recalculate(row, false);
+    recalculate(row, speak);
 }
 
-bool frm採購作業系統::resolveCode(int row, const QString& code) {
-    bool found = false;
-    session.pickVendor = entry(this, u"txt廠商代號"_s)->text().trimmed();
+bool frm採購作業系統::resolvePasted(int row, const QString& title, const QString& code) {
+    const PickSpec spec = title == u"代號"       ? orderItemPick()
+                          : title == u"工單單號" ? workOrderPick()
+                                                 : requisitionLinePick(session.category);
+    handOverToPick();
+    std::optional<QStringList> offered;
     guarded(session, u"取得原料資料錯誤"_s, [&] {
-        std::optional<ItemRow> item;
-        {
-            Connection connection(session.pool, session.connectionString);
-            item = findItem(connection, session.category, code);
-        }
-        if (!item || item->code.trimmed().compare(code, Qt::CaseInsensitive) != 0) return;
-        itemRow = *item;
-        takeItem(row, {item->code, item->name, item->規格, item->庫存, item->進料單位, item->進價, item->幣別});
-        found = true;
+        Connection connection(session.pool, session.connectionString);
+        offered = exactPick(session, connection, spec, code);
     });
-    return found;
+    if (!offered) return false;
+    if (title == u"代號") {
+        takeItem(row, *offered, Speak::Never);
+    } else if (title == u"工單單號") {
+        takeWorkOrder(row, *offered, Speak::Never);
+    } else {
+        // A number stands for several items: which of them is told by the code beside it.
+        fml明細->setText(row, title, offered->value(0).trimmed());
+    }
+    return true;
 }
 
 // ---- what follows the cursor ----

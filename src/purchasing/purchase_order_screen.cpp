@@ -6,11 +6,12 @@
 #include "common/text_values.h"
 #include "frame/lookups.h"
 #include "frame/pick_window.h"
-#include "purchasing/order_picks.h"
 #include "purchasing/order_batch.h"
 #include "purchasing/order_page_view.h"
+#include "purchasing/order_picks.h"
 #include "purchasing/order_queries.h"
 #include "purchasing/order_rules.h"
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -64,16 +65,20 @@ void frm採購作業系統::buildFooter() { buildOrderFooter(footer(), this); }
 void frm採購作業系統::buildPanels() {
     notesPanel = buildNotesPanel(recordPage());
     qualityPanel = buildQualityPanel(recordPage());
-    connect(button(this, u"scmd品質要求"_s), &QPushButton::clicked, this, [this] {
-        placePanel(qualityPanel, recordPage());
-        qualityPanel->setVisible(!qualityPanel->isVisible());
-        if (qualityPanel->isVisible()) memo(this, u"txt品質要求"_s)->setFocus();
-    });
+    for (const auto& name : {u"scmd品質要求"_s, u"Label19"_s})
+        connect(button(this, name), &QPushButton::clicked, this, [this] {
+            placePanel(qualityPanel, recordPage());
+            qualityPanel->setVisible(!qualityPanel->isVisible());
+            if (qualityPanel->isVisible()) memo(this, u"txt品質要求"_s)->setFocus();
+        });
     connect(memo(this, u"txt品質要求"_s), &QPlainTextEdit::textChanged, this, [this] {
         const bool filled = !memo(this, u"txt品質要求"_s)->toPlainText().isEmpty();
         button(this, u"scmd品質要求"_s)->setText(filled ? u"品質要求 ●"_s : u"品質要求"_s);
     });
     connect(button(this, u"LblClose經驗"_s), &QPushButton::clicked, this, [this] { notesPanel->hide(); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* left, QWidget* entered) {
+        if (entered && left == memo(this, u"txt經驗傳承"_s)) notesPanel->hide();
+    });
 }
 
 void frm採購作業系統::prepare() {
@@ -257,9 +262,8 @@ void frm採購作業系統::loadRequisition(bool fromButton) {
         return;
     }
     auto* field = entry(this, u"txt申購單位"_s);
-    session.formulaMode = session.category;
     session.pickParam = field->text().trimmed();
-    session.pickVendor = entry(this, u"txt廠商代號"_s)->text().trimmed();
+    handOverToPick();
     if (!pickRow(process, requisitionPick(), this)) return;
     const QString number = session.picked(0);
     OrderLines incoming;
@@ -267,7 +271,8 @@ void frm採購作業系統::loadRequisition(bool fromButton) {
         Connection connection(session.pool, session.connectionString);
         incoming = requisitionLines(connection, number, session.category, canSeePrice);
         if (session.category == u"紙板")
-            for (OrderLine& line : incoming) line.廠商名稱 = materialSizes(connection, line.原料代號, session.pickVendor);
+            for (OrderLine& line : incoming)
+                line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
     });
     if (!read) return;
     field->showText(number);

@@ -59,10 +59,16 @@ private:
     bool pickRequisitionLines(int row);
     bool pickWorkOrder(int row);
     bool pickItem(int row);
-    bool resolveCode(int row, const QString& code);
-    void takeItem(int row, const QStringList& itemRow);
-    /// Recalculates a row and the total. A formula that cannot be evaluated is told, later when `late`.
-    void recalculate(int row, bool late);
+    /// A pasted code is taken when the column's pick window offers exactly this one.
+    bool resolvePasted(int row, const QString& title, const QString& code);
+    /// When a formula that cannot be evaluated is told; its cell is marked in any case.
+    enum class Speak { Now, Later, Never };
+    void takeItem(int row, const QStringList& picked, Speak speak);
+    void takeWorkOrder(int row, const QStringList& picked, Speak speak);
+    /// What a pick window reads besides its filter.
+    void handOverToPick();
+    /// Recalculates a row and the total.
+    void recalculate(int row, Speak speak);
     void priceLine(Connection& connection, OrderLine& line, const PriceFound& master);
     void refreshAllPrices();
     void showTotal();
@@ -83,8 +89,9 @@ private:
     bool canSeePrice = false;
     QString lastDocumentNumber;
     QString loadedStamp;
-    OrderLines loadedLines; ///< as last loaded or saved
-    QString shownItem;      ///< item of the stock panel
+    OrderLines loadedLines;           ///< as last loaded or saved
+    QString shownItem;                ///< item of the stock panel
+    std::optional<QString> typedOver; ///< what a search text in 申購單號 has taken the place of
     QFrame* notesPanel = nullptr;
     QFrame* qualityPanel = nullptr;
 };

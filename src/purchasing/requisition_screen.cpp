@@ -69,7 +69,7 @@ DocumentSpec documentSpec() {
         {Kind::Entry, u"txt工單單號"_s, u"工單單號"_s, 1, 2, 110, 20},
         {Kind::Combo, u"Cbo庫別"_s, u"庫別"_s, 1, 3, 140},
         {Kind::Lookup, u"lbl申購單位"_s, u"申購單位"_s, 2, 0, 122, 20, 0, false, u"scmd申購單位"_s},
-        {Kind::Entry, u"txt備注"_s, u"備註"_s, 2, 1, 300, 100},
+        {Kind::Entry, u"txt備注"_s, u"備註"_s, 2, 1, 360, 100, 0, false, {}, {}, 3},
     };
     LineColumn code = column(u"原料代號"_s, 1400, 20, 0, true, true);
     code.pick = code.upper = true;

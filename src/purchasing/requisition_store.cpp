@@ -26,10 +26,11 @@ constexpr std::array<FieldOf<RequisitionHeader>, 11> headerColumns{{
     {u"庫別", &RequisitionHeader::庫別},
     {u"備註", &RequisitionHeader::備註},
 }};
-constexpr std::array<FieldOf<RequisitionHeader>, 4> readColumns{{
+constexpr std::array<FieldOf<RequisitionHeader>, 5> readColumns{{
     {u"審單", &RequisitionHeader::審單},
     {u"審單人", &RequisitionHeader::審單人},
     {u"審單日期", &RequisitionHeader::審單日期},
+    {u"修改人", &RequisitionHeader::修改人},
     {u"修改時間", &RequisitionHeader::修改時間},
 }};
 /// The line's columns in the order of a save; the number of the document comes last.
@@ -53,6 +54,10 @@ RequisitionHeader headerOf(const Recordset& row) {
     readFields(row, headerColumns, header);
     readFields(row, readColumns, header);
     return header;
+}
+
+DocumentStamp versionOf(const RequisitionHeader& header) {
+    return {header.修改人, header.修改時間, header.審單, header.審單人, header.審單日期};
 }
 
 bool isApprovedInStore(Connection& connection, const QString& number) {
@@ -119,7 +124,7 @@ std::optional<RequisitionDocument> loadRequisition(Connection& connection, const
     const Recordset row = select(connection, sql(u"select * from [原料申購資料] where 申購單號 = '{}' ", number));
     if (row.RecordCount() == 0) return std::nullopt;
     RequisitionDocument document{headerOf(row), {}, {}};
-    document.stamp = documentStamp(document.header.修改時間, document.header.審單);
+    document.stamp = versionOf(document.header).text();
     Recordset rows = select(connection, sql(u"Select 原料代號,原料名稱,規格,數量,單位,印件編號,需求日期,備注,'' as 序,工單單號,已采購數,楞別 "
                                             u"From [原料申購明細] Where 申購單號 = '{}' Order By 原料申購明細.序 ",
                                             number));
@@ -148,7 +153,7 @@ std::optional<SaveConflict> saveRequisition(Session& session, RequisitionSave& s
         row.Open(sql(u"select * from [原料申購資料] where 申購單號 = '{}'", number), connection, Cursor::Optimistic);
         if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"申購單 %1 已由其他使用者刪除!"_s.arg(number));
         if (!save.overwrite)
-            if (const auto conflict = changedSince(row, u"審單"_s, save.loadedStamp)) return conflict;
+            if (const auto conflict = versionOf(headerOf(row)).since(save.loadedStamp)) return conflict;
         ordered = orderedByItem(connection, number);
         connection.Execute(sql(u"delete from [原料申購明細] Where 申購單號='{}'", number));
         row.set(u"修改人", session.salesmanName);
