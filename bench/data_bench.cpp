@@ -350,7 +350,9 @@ int main(int argc, char** argv) {
     // Medians need repetitions; what the caller says wins.
     char repetitions[] = "--benchmark_repetitions=5";
     char aggregates[] = "--benchmark_report_aggregates_only=true";
-    arguments.insert(arguments.begin() + 1, {repetitions, aggregates});
+    // Neighbours on the machine then strike limit and layer alike.
+    char interleaving[] = "--benchmark_enable_random_interleaving=true";
+    arguments.insert(arguments.begin() + 1, {repetitions, aggregates, interleaving});
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;

@@ -5,7 +5,9 @@
 #include "formula/formula_screen.h"
 #include "frame/base_screen.h"
 #include "frame/process.h"
+#include "purchasing/price_history_window.h"
 #include "purchasing/purchase_order_screen.h"
+#include "purchasing/requisition_screen.h"
 
 namespace liaowu {
 
@@ -15,6 +17,8 @@ void registerEverything(Process& process) {
     registerApproval(process);
     registerFormulaScreen(process);
     registerPurchaseOrderScreen(process);
+    registerPriceHistory(process);
+    registerRequisitionScreen(process);
 }
 
 namespace {

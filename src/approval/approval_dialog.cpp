@@ -49,7 +49,7 @@ public:
         confirm->setObjectName(u"scmd確定"_s);
         auto* cancel = new QPushButton(u"取 消"_s, this);
         cancel->setObjectName(u"scmd取消"_s);
-        for (QPushButton* made : {confirm, cancel}) made->setAutoDefault(false);
+        for (QPushButton* made : {confirm, cancel}) made->setAutoDefault(true);
         grid->addWidget(confirm, 2, 1);
         grid->addWidget(cancel, 2, 2);
 

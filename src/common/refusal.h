@@ -15,6 +15,11 @@ private:
     QByteArray utf8;
 };
 
+/// Somebody saved the document after it was loaded here.
+struct SaveConflict {
+    QString person, time;
+};
+
 /// What speaks against a save: the message, and where the focus belongs.
 struct Finding {
     QString title, text;

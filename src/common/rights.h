@@ -23,6 +23,9 @@ bool isAdministratorMark(const QString& mark);
 /// The salesperson scope on a qualified column, for statements that join two tables which both have it.
 QString scopeOn(const Session& session, const QString& table);
 
+/// What stands in the place of money for a user without the 金額 right.
+inline const QString MaskedMoney = QStringLiteral("******");
+
 /// Texts of refused rights; the word differs from place to place.
 inline const QString RefusedTitle = QStringLiteral("提示");
 inline const QString RefusedText = QStringLiteral("您還沒有權限進行這項操作,請與管理員聯繫");

@@ -198,7 +198,7 @@ void Recordset::set(QStringView column, double value) {
     d->setNumber(this->column(column), value);
 }
 void Recordset::setNull(QStringView column) {
-    d->change(this->column(column), {});
+    d->setNull(this->column(column));
 }
 void Recordset::set(int column, const QString& value) {
     d->setText(column, value);
@@ -207,7 +207,7 @@ void Recordset::set(int column, double value) {
     d->setNumber(column, value);
 }
 void Recordset::setNull(int column) {
-    d->change(column, {});
+    d->setNull(column);
 }
 
 void Recordset::Update() {

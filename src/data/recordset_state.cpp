@@ -82,7 +82,8 @@ Literal numberFor(dialect::Type type, double number) {
 
 Literal textFor(const ResultField& field, const QString& text) {
     // No engine keeps a NUL inside a text.
-    if (!isNumber(field.type)) return textLiteral(QString(text).remove(QChar(u'\0')));
+    if (!isNumber(field.type))
+        return textLiteral(text.contains(QChar(u'\0')) ? QString(text).remove(QChar(u'\0')) : text);
     bool readable = true;
     const QString trimmed = text.trimmed();
     const double number = trimmed.isEmpty() ? 0 : trimmed.toDouble(&readable);
@@ -98,11 +99,13 @@ void throwMisuse(const QString& text) {
 }
 
 void ColumnChanges::put(int column, Literal value) {
-    auto at = entries.end();
-    if (!entries.empty() && entries.back().first >= column)
-        at = std::lower_bound(entries.begin(), entries.end(), column,
-                              [](const auto& entry, int wanted) { return entry.first < wanted; });
-    if (at != entries.end() && at->first == column)
+    if (entries.empty() || entries.back().first < column) {
+        entries.emplace_back(column, std::move(value));
+        return;
+    }
+    const auto at = std::lower_bound(entries.begin(), entries.end(), column,
+                                     [](const auto& entry, int wanted) { return entry.first < wanted; });
+    if (at->first == column)
         at->second = std::move(value);
     else
         entries.emplace(at, column, std::move(value));
@@ -237,26 +240,30 @@ bool Recordset::Private::isNull(int row, int column) {
 }
 
 void Recordset::Private::setText(int column, const QString& value) {
-    requireColumn(column);
-    change(column, textFor(field(column), value));
+    ColumnChanges& pending = pendingOf(column);
+    pending.put(column, textFor(field(column), value));
 }
 
 void Recordset::Private::setNumber(int column, double value) {
-    requireColumn(column);
-    change(column, numberFor(field(column).type, value));
+    ColumnChanges& pending = pendingOf(column);
+    pending.put(column, numberFor(field(column).type, value));
 }
 
-void Recordset::Private::change(int column, Literal value) {
+void Recordset::Private::setNull(int column) {
+    pendingOf(column).put(column, {});
+}
+
+ColumnChanges& Recordset::Private::pendingOf(int column) {
     requireWriting();
     requireColumn(column);
     requireRow();
     const ResultField& target = field(column);
     if (target.baseColumn.isEmpty()) throwMisuse(u"「%1」不是資料表的欄位,無法寫入!"_s.arg(target.name));
     EditedRow* edit = edited(position);
-    if (shape->keys.empty() && !(edit && edit->isNew))
+    if (edit && edit->isNew) return edit->pending;
+    if (shape->keys.empty())
         throwMisuse(u"「%1」沒有主鍵,或查詢未取主鍵,無法修改資料錄!"_s.arg(shape->table));
-    if (!edit) edit = &changed[position];
-    edit->pending.put(column, std::move(value));
+    return edit ? edit->pending : changed[position].pending;
 }
 
 ColumnValues Recordset::Private::valuesOf(const ColumnChanges& changes) const {

@@ -72,7 +72,7 @@ struct Recordset::Private {
 
     void setText(int column, const QString& value);
     void setNumber(int column, double value);
-    void change(int column, dialect::Literal value);
+    void setNull(int column);
     void writeCurrent();
     void writeAll();
     void moveTo(int target);
@@ -80,6 +80,8 @@ struct Recordset::Private {
 private:
     std::shared_ptr<PhysicalConnection> connection() const;
     EditedRow* edited(int row);
+    /// What waits to be written of the current row, after all that can speak against a change of this column.
+    ColumnChanges& pendingOf(int column);
     dialect::Literal storedValue(int row, const EditedRow& edit, int column) const;
     ColumnValues valuesOf(const ColumnChanges& changes) const;
     void write(PhysicalConnection& physical, int row, const EditedRow& edit) const;

@@ -1,6 +1,7 @@
 #include "frame/base_screen.h"
 #include "common/guard.h"
 #include "common/text_values.h"
+#include "frame/batch_page.h"
 #include "frame/change_history_window.h"
 #include "frame/form_view.h"
 #include "frame/search_page.h"
@@ -113,8 +114,11 @@ void ScreenFrame::runTool(const QString& key) {
     running = true;
     const QPointer<ScreenFrame> alive(this);
     endOpenEdit();
-    if (!(currentMode == ModeSearch && key == u"search")) previousMode = currentMode;
-    previousControl = focusWidget();
+    const QString before = currentMode;
+    if (before != ModeSearch) {
+        previousMode = before;
+        previousControl = focusWidget();
+    }
     if (key == u"add") {
         addRecord();
     } else if (key == u"edit") {
@@ -124,6 +128,8 @@ void ScreenFrame::runTool(const QString& key) {
         deleteRecord();
     } else if (key == u"search") {
         openSearch();
+    } else if (key == u"save" && currentMode == ModeBatch) {
+        batchPage->approveMarked();
     } else if (key == u"save") {
         session.documentSaved = false;
         saveRecord();
@@ -167,6 +173,7 @@ bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
     case Qt::Key_PageDown: return run(u"next"_s);
     case Qt::Key_Escape: close(); return true;
     case Qt::Key_F8:
+        if (currentMode == ModeBatch) return run(u"save"_s);
         // Unlike the toolbar's key, F8 keeps the screen open.
         if (strip->isOn(u"save"_s) && !running) {
             running = true;
@@ -235,9 +242,18 @@ void ScreenFrame::showPage(const QString& mode) {
         {ModeAdd, u"add"_s}, {ModeEdit, u"edit"_s}, {ModeSearch, u"search"_s}, {ModePrint, u"print"_s}};
     strip->press(pressed.value(mode));
     if (QWidget* page = pageOfMode.value(mode)) pages->setCurrentWidget(page);
-    for (const Tool& tool : toolsOf(about.tools))
-        if (tool.key != u"|") strip->setOn(tool.key, tool.enabledIn & modeBit(mode));
+    showTools();
     updateStatus();
+}
+
+void ScreenFrame::showTools() {
+    static const QStringList needRecord{u"reload"_s, u"del"_s,  u"save"_s, u"first"_s, u"previous"_s, u"next"_s,
+                                        u"last"_s,   u"審單"_s, u"審核"_s, u"print"_s, u"詢價記錄"_s};
+    for (const Tool& tool : toolsOf(about.tools)) {
+        if (tool.key == u"|") continue;
+        const bool nothing = currentMode == ModeEdit && !hasRecord && needRecord.contains(tool.key);
+        strip->setOn(tool.key, (tool.enabledIn & modeBit(currentMode)) && !nothing);
+    }
 }
 
 void ScreenFrame::setStatus(int panel, const QString& text) { panels[static_cast<size_t>(panel - 1)]->setText(text); }
@@ -316,13 +332,11 @@ bool ScreenFrame::displayRecord(const QString& key) {
 
 void ScreenFrame::beginEdit() {
     firstSearch = true;
+    hasRecord = false;
     showPage(ModeEdit);
     clearForm(record);
     unlockForm(record);
     clearRecordPage();
-    const QStringList needRecord{u"reload"_s, u"del"_s, u"save"_s, u"first"_s, u"previous"_s, u"next"_s,
-                                 u"last"_s, u"審單"_s, u"審核"_s, u"print"_s, u"詢價記錄"_s};
-    for (const QString& key : needRecord) strip->setOn(key, false);
     const int loaded = reloadBrowse();
     if (loaded != 0) {
         lockForm(record);
@@ -330,7 +344,8 @@ void ScreenFrame::beginEdit() {
         updateStatus();
         return;
     }
-    for (const QString& key : needRecord) strip->setOn(key, true);
+    hasRecord = true;
+    showTools();
     lockKeyField(entry(record, about.keyField));
     displayRecord(browseSet.text(0).trimmed());
     updateStatus();
@@ -356,9 +371,26 @@ void ScreenFrame::addRecord() {
     updateStatus();
 }
 
+bool ScreenFrame::standOnRecord(bool forward) {
+    const int position = browseSet.isOpen() ? browseSet.AbsolutePosition() : 0;
+    // A screen that opened for adding has read no keys yet.
+    if (about.freshKeys || !browseSet.isOpen()) {
+        const int loaded = reloadBrowse();
+        if (loaded == 1) beginEdit();
+        if (loaded != 0) return false;
+    }
+    if (!browseSet.EOF_() && !browseSet.BOF_() && browseSet.text(0).trimmed() == currentKey) return true;
+    browseSet.MoveFirst();
+    if (browseSet.Find(about.keyColumn, currentKey)) return true;
+    // A record that another user deleted has left its place to the one behind it.
+    const int place = position > 0 ? position : browseSet.RecordCount() + 1;
+    browseSet.setAbsolutePosition(forward ? place - 1 : place);
+    return true;
+}
+
 void ScreenFrame::move(const QString& where) {
     unlockForm(record);
-    if (!browseSet.isOpen() && reloadBrowse() != 0) return;
+    if (!standOnRecord(where == u"next")) return;
     if (where == u"first") {
         browseSet.MoveFirst();
     } else if (where == u"last") {
@@ -388,12 +420,15 @@ void ScreenFrame::move(const QString& where) {
 void ScreenFrame::gotoRecord(const QString& key) {
     discardTyping();
     currentKey = key;
-    if (!browseSet.isOpen()) reloadBrowse();
-    showPage(ModeEdit);
-    if (browseSet.isOpen() && browseSet.RecordCount() > 0) {
+    hasRecord = true;
+    const auto found = [&] {
+        if (!browseSet.isOpen() || browseSet.RecordCount() == 0) return false;
         browseSet.MoveFirst();
-        browseSet.Find(about.keyColumn, key);
-    }
+        return browseSet.Find(about.keyColumn, key);
+    };
+    // A record that others added meanwhile is not among the keys yet.
+    if (!found() && reloadBrowse() == 0) found();
+    showPage(ModeEdit);
     unlockForm(record);
     lockKeyField(entry(record, about.keyField));
     displayRecord(key);
@@ -431,6 +466,25 @@ void ScreenFrame::leaveSearch() {
     if (mode == ModeSearch) return;
     strip->markUnsaved(isWindowModified());
     if (previousControl) previousControl->setFocus();
+}
+
+// ---- batch approval ----
+
+void ScreenFrame::openBatch() {
+    if (!rights.批審) {
+        refuse(RefusedTextApproval);
+        showPage(currentMode);
+        return;
+    }
+    discardTyping();
+    if (!batchPage) {
+        batchPage = new BatchPage(process, batchSpec(), this);
+        addPage(ModeBatch, batchPage);
+        connect(batchPage, &BatchPage::listed, this, [this](int rows) { setStatus(2, QString::number(rows)); });
+    }
+    showPage(ModeBatch);
+    setStatus(1, u"查詢筆數"_s);
+    batchPage->open();
 }
 
 // ---- the record viewer, the end ----

@@ -1,6 +1,7 @@
 #pragma once
 #include "common/rights.h"
 #include "data/recordset.h"
+#include "frame/batch_spec.h"
 #include "frame/desktop.h"
 #include "frame/process.h"
 #include "frame/search_spec.h"
@@ -13,6 +14,7 @@ class QStackedWidget;
 
 namespace liaowu {
 
+class BatchPage;
 class SearchPage;
 class ToolStrip;
 
@@ -28,6 +30,7 @@ struct ScreenInfo {
     QString addingText = QStringLiteral("新增中....");
     bool document = true;    ///< audit columns 製單人 rather than 建檔人
     bool endsProcess = true; ///< closing ends the process outright
+    bool freshKeys = false;  ///< navigation reads the keys anew each time, so that it sees what others added and deleted
     std::vector<QString> tools;
 };
 
@@ -77,6 +80,7 @@ protected:
     virtual void deleteRecord() {}
     virtual void openPrint();
     virtual SearchSpec searchSpec() const { return {}; }
+    virtual BatchSpec batchSpec() const { return {}; }
     /// A key that the frame does not know.
     virtual void screenCommand(const QString&) {}
     /// Ends what is being typed into a grid, so that a command sees it.
@@ -96,6 +100,8 @@ protected:
     int reloadBrowse();
     void openSearch();
     void leaveSearch();
+    /// The batch approval page, for who holds the 批審 right.
+    void openBatch();
     void showPage(const QString& mode);
     void updateStatus();
     /// Shows the record and speaks when it fails.
@@ -127,6 +133,8 @@ private:
     bool functionKey(int key, Qt::KeyboardModifiers modifiers);
     bool enterKey(QWidget* target);
     void move(const QString& where);
+    bool standOnRecord(bool forward);
+    void showTools();
     void openHistory();
     void watchTyping();
 
@@ -137,10 +145,12 @@ private:
     QHash<QString, QWidget*> pageOfMode;
     QWidget* record;
     SearchPage* search = nullptr;
+    BatchPage* batchPage = nullptr;
     std::array<QLabel*, 8> panels{};
     QLabel* noticeLabel;
     QPointer<QWidget> previousControl;
     QHash<QString, std::function<void(bool)>> lookups;
+    bool hasRecord = true; ///< false while 修改 has nothing to show
     bool activated = false;
     bool refused = false;
     bool running = false;

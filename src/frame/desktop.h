@@ -13,6 +13,8 @@ class Desktop : public Messages {
 public:
     /// Runs a modal window to its end; gives its result code.
     virtual int runModal(QDialog& window) = 0;
+    /// Tells how far long work is; false when the user wants it to stop. The last call has `done` equal to `total`.
+    virtual bool progress(const QString& what, int done, int total) = 0;
     /// Shows a screen, non-modally, where the desktop has room for it.
     virtual void present(QWidget& screen) = 0;
     /// File to write; empty when the user gave up. `filter` in Qt's form.

@@ -1,5 +1,6 @@
 #include "frame/document_screen.h"
 #include "common/clock.h"
+#include "common/guard.h"
 #include "common/text_values.h"
 #include "frame/tool_strip_view.h"
 #include <QApplication>
@@ -139,6 +140,95 @@ bool DocumentScreen::screenKey(int key, Qt::KeyboardModifiers) {
         fml明細->setFocus(Qt::TabFocusReason);
     }
     return true;
+}
+
+// ---- saving ----
+
+bool DocumentScreen::showFinding(const Finding& finding) {
+    session.messages.stop(finding.title, finding.text);
+    if (!finding.control.isEmpty()) {
+        entry(this, finding.control)->setFocus(Qt::OtherFocusReason);
+    } else {
+        // As by Tab, so that the cell offers its list.
+        fml明細->select(finding.row, finding.column);
+        fml明細->setFocus(Qt::TabFocusReason);
+    }
+    return false;
+}
+
+bool DocumentScreen::findInBrowse(const QString& number) {
+    if (reloadBrowse() == Failed) return true;
+    if (browseSet.RecordCount() == 0) return false;
+    browseSet.MoveFirst();
+    if (!browseSet.Find(info().keyColumn, number)) {
+        browseSet.MoveLast();
+        return false;
+    }
+    gotoRecord(browseSet.text(0).trimmed());
+    return true;
+}
+
+bool DocumentScreen::drawNumber(const NumberSeries& series) {
+    auto* number = entry(this, info().keyField);
+    if (!number->text().trimmed().isEmpty() && !number->property("drawn").toBool()) return true;
+    const QString drawn = nextDocumentNumber(session, series);
+    if (drawn.isEmpty()) return false;
+    number->showText(drawn);
+    number->setProperty("drawn", true);
+    return true;
+}
+
+bool DocumentScreen::runSave(bool isNew, const QString& duplicate, bool alsoOnEdit,
+                             const std::function<std::optional<SaveConflict>(bool)>& write) {
+    const auto busily = [&](bool overwrite) {
+        Busy busy(session.messages);
+        return write(overwrite);
+    };
+    try {
+        const std::optional<SaveConflict> conflict = busily(false);
+        if (conflict) {
+            const QString text = u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict->person, conflict->time);
+            if (!session.messages.ask(u"詢問"_s, text, false)) return false;
+            busily(true);
+        }
+        return true;
+    } catch (const Refusal& refusal) {
+        session.messages.warn(refusal.title, refusal.text);
+    } catch (const DatabaseError& error) {
+        const bool known = error.isDuplicateKey() && (isNew || alsoOnEdit);
+        session.messages.stop(isNew ? u"儲存錯誤"_s : u"更新錯誤"_s, known ? duplicate : error.text);
+    }
+    return false;
+}
+
+void DocumentScreen::finishSave(const QString& number, bool isNew, const QString& editText) {
+    entry(this, info().keyField)->setProperty("drawn", false);
+    currentKey = number;
+    session.documentSaved = true;
+    markModified(false);
+    session.messages.notice(u"已儲存 %1"_s.arg(number));
+    // Who started the screen for this document goes on; otherwise the user is told, and stays.
+    if (!session.screenFunction.isEmpty()) return;
+    if (isNew) {
+        session.messages.inform(u"資料儲存"_s, u"資料儲存完畢!"_s);
+        beginEdit();
+    } else {
+        session.messages.inform(u"資料更新"_s, editText);
+        gotoRecord(number);
+    }
+}
+
+void DocumentScreen::deleteDocument(const QString& number, const std::function<void()>& remove) {
+    if (!rights.刪除) {
+        refuse();
+        showPage(mode());
+        return;
+    }
+    if (number.isEmpty() || !session.messages.ask(u"刪除詢問"_s, u"確定要刪除此筆資料?"_s, false)) return;
+    if (!guarded(session, u"刪除錯誤"_s, remove)) return;
+    session.messages.inform(u"資料刪除"_s, u"資料刪除完畢!"_s);
+    discardTyping();
+    beginEdit();
 }
 
 // ---- approval ----

@@ -1,7 +1,10 @@
 #pragma once
+#include "common/document_numbers.h"
+#include "common/refusal.h"
 #include "frame/base_screen.h"
 #include "frame/form_view.h"
 #include "frame/line_grid.h"
+#include <optional>
 
 class QFrame;
 class QHBoxLayout;
@@ -49,6 +52,21 @@ protected:
     QString approvalMark() const;
     QString approvalPerson() const;
     QString approvalDate() const;
+    /// Says what speaks against a save and puts the focus there; gives false.
+    bool showFinding(const Finding& finding);
+    /// Goes to a document of the browse set, read anew; false when it is not there.
+    bool findInBrowse(const QString& number);
+    /// Fills the empty number of a new document with the next one. A number that was drawn and refused is drawn anew; a typed
+    /// one stays. False when none could be drawn.
+    bool drawNumber(const NumberSeries& series);
+    /// Runs the writing of a save: wait cursor, the question when somebody saved meanwhile, the message of a failure with
+    /// what was typed in place. `write` takes whether to overwrite. `duplicate` is the text for a number that exists.
+    bool runSave(bool isNew, const QString& duplicate, bool alsoOnEdit,
+                 const std::function<std::optional<SaveConflict>(bool overwrite)>& write);
+    /// What follows a save that was written; `editText` is what an update says.
+    void finishSave(const QString& number, bool isNew, const QString& editText);
+    /// Right, question, deletion, message, and the latest document.
+    void deleteDocument(const QString& number, const std::function<void()>& remove);
     /// Whether the document on show could be found by this number; shows it.
     virtual bool quickFind(const QString& number) = 0;
     virtual void deleteLine();

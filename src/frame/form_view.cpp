@@ -92,7 +92,7 @@ void buildFields(QWidget* card, const std::vector<FieldSpec>& fields) {
             if (auto* field = qobject_cast<EntryField*>(control)) caption->setBuddy(field);
             grid->addWidget(caption, spec.row, spec.column * 2);
         }
-        grid->addLayout(line, spec.row, spec.column * 2 + 1);
+        grid->addLayout(line, spec.row, spec.column * 2 + 1, 1, spec.span * 2 - 1);
         lastColumn = std::max(lastColumn, spec.column);
     }
     grid->setColumnStretch(lastColumn * 2 + 2, 1);

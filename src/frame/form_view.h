@@ -25,6 +25,7 @@ struct FieldSpec {
     bool upper = false;
     QString button;   ///< lookup button beside it
     QString beside;   ///< name label beside it
+    int span = 1;     ///< slots that it takes
 };
 
 /// Builds the controls of a card into `card`; they are found by objectName.

@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -42,6 +43,25 @@ int RealDesktop::runModal(QDialog& window) {
     const int result = window.exec();
     if (focus) focus->setFocus();
     return result;
+}
+
+RealDesktop::RealDesktop() = default;
+RealDesktop::~RealDesktop() = default;
+
+bool RealDesktop::progress(const QString& what, int done, int total) {
+    if (done >= total) {
+        progressBox.reset();
+        return true;
+    }
+    if (!progressBox) {
+        progressBox = std::make_unique<QProgressDialog>(what, u"停止"_s, 0, total, QApplication::activeWindow());
+        progressBox->setWindowModality(Qt::ApplicationModal);
+        progressBox->setMinimumDuration(400);
+    }
+    progressBox->setValue(done);
+    const bool goOn = !progressBox->wasCanceled();
+    if (!goOn) progressBox.reset();
+    return goOn;
 }
 
 void RealDesktop::present(QWidget& screen) {

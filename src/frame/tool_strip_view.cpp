@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QStyle>
 #include <QToolButton>
 
 namespace liaowu {
@@ -114,8 +115,11 @@ void ToolStrip::setShown(const QString& key, bool shown) {
 
 void ToolStrip::press(const QString& pressed) {
     for (auto it = buttons.begin(); it != buttons.end(); ++it) {
-        it.value()->setCheckable(it.key() == pressed);
-        it.value()->setChecked(it.key() == pressed);
+        const bool down = it.key() == pressed;
+        if (it.value()->property("pressed").toBool() == down) continue;
+        it.value()->setProperty("pressed", down);
+        it.value()->style()->unpolish(it.value());
+        it.value()->style()->polish(it.value());
     }
 }
 

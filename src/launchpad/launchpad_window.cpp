@@ -9,12 +9,14 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
 
 namespace liaowu {
 
@@ -60,6 +62,25 @@ LaunchpadWindow::LaunchpadWindow(const QString& target) {
     database->setText(target);
     resize(980, 620);
     loadUsers();
+    users->setFocus();
+}
+
+void LaunchpadWindow::keyPressEvent(QKeyEvent* event) {
+    // Enter presses the button that has the focus, as Space does.
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    if (button && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        button->click();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void LaunchpadWindow::tell(const QString& text, bool fault) {
+    status->setProperty("good", !fault);
+    status->setProperty("fault", fault);
+    status->style()->unpolish(status);
+    status->style()->polish(status);
+    status->setText(text);
 }
 
 QWidget* LaunchpadWindow::buildSettings() {
@@ -164,9 +185,9 @@ void LaunchpadWindow::loadUsers() {
             item->setData(Qt::UserRole, user.userName);
         }
         users->setCurrentRow(0);
-        status->setText(u"資料庫已就緒,共 %1 位使用者"_s.arg(users->count()));
+        tell(u"資料庫已就緒,共 %1 位使用者"_s.arg(users->count()));
     } catch (const DatabaseError& error) {
-        status->setText(error.text);
+        tell(error.text, true);
     }
 }
 
@@ -196,10 +217,10 @@ void LaunchpadWindow::start(const QString& function) {
         client->deleteLater();
     });
     connect(client, &QProcess::errorOccurred, this, [this, client](QProcess::ProcessError) {
-        status->setText(u"無法啟動 liaowu:%1"_s.arg(client->errorString()));
+        tell(u"無法啟動 liaowu:%1"_s.arg(client->errorString()), true);
     });
     client->start(QCoreApplication::applicationDirPath() + u"/liaowu"_s, {text});
-    status->setText(u"已啟動 %1"_s.arg(function));
+    tell(u"已啟動 %1"_s.arg(function));
 }
 
 void LaunchpadWindow::finished(const QString& function, const QString& output, int code) {
@@ -207,7 +228,7 @@ void LaunchpadWindow::finished(const QString& function, const QString& output, i
     QString told = u"%1 已結束"_s.arg(function);
     if (!last.isEmpty()) told += u":"_s + last;
     if (code != 0) told += u"(代碼 %1)"_s.arg(code);
-    status->setText(told);
+    tell(told, code != 0);
     showNormal();
     raise();
     activateWindow();

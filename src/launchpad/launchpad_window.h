@@ -16,7 +16,11 @@ class LaunchpadWindow : public QWidget {
 public:
     explicit LaunchpadWindow(const QString& target);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
+    void tell(const QString& text, bool fault = false);
     QWidget* buildSettings();
     QWidget* buildFunctions();
     QWidget* buildLaunchLine();

@@ -1,7 +1,6 @@
 #pragma once
-#include <QString>
-#include <QStringList>
-#include <array>
+#include "common/record_fields.h"
+#include "common/rights.h"
 #include <vector>
 
 namespace liaowu {
@@ -10,7 +9,7 @@ namespace liaowu {
 struct OrderHeader {
     QString 採購單號, 類別, 採購日期, 廠商代號, 廠商簡稱, 業務員代號, 業務員名稱, 幣別, 採購類別, 工單單號, 合計, 申購單位, 審單, 審單人,
         審單日期, 品質要求;
-    QString 修改時間; ///< as loaded: tells whether somebody else has saved since
+    QString 修改人, 修改時間; ///< as loaded: tell whether somebody else has saved since
 };
 
 /// A line of a purchase order, as 採購明細資料 holds it and the grid shows it. 單價 and 小計 hold what is visible (six
@@ -24,10 +23,7 @@ struct OrderLine {
 using OrderLines = std::vector<OrderLine>;
 
 /// A grid column of the order and the member that it shows, in the grid's order.
-struct OrderLineColumn {
-    const char16_t* title;
-    QString OrderLine::*member;
-};
+using OrderLineColumn = FieldOf<OrderLine>;
 inline constexpr std::array<OrderLineColumn, 32> OrderLineColumns{{
     {u"申購單號", &OrderLine::請購單號},   {u"工單單號", &OrderLine::印件編號}, {u"客戶代號", &OrderLine::客戶代號},
     {u"客戶", &OrderLine::客戶簡稱},       {u"紙箱代號", &OrderLine::紙箱代號}, {u"料號", &OrderLine::料號},
@@ -42,11 +38,8 @@ inline constexpr std::array<OrderLineColumn, 32> OrderLineColumns{{
     {u"檢驗合格數", &OrderLine::檢驗合格數}, {u"採購單號", &OrderLine::採購單號},
 }};
 
-/// What stands in the place of money for a user without the 金額 right.
-inline const QString MaskedMoney = QStringLiteral("******");
-
-QStringList textsOf(const OrderLine& line);
-OrderLine lineOf(const QStringList& texts);
-bool isBlank(const OrderLine& line);
+inline QStringList textsOf(const OrderLine& line) { return textsOf(OrderLineColumns, line); }
+inline OrderLine lineOf(const QStringList& texts) { return recordOf(OrderLineColumns, texts); }
+inline bool isBlank(const OrderLine& line) { return isBlank(OrderLineColumns, line); }
 
 } // namespace liaowu

@@ -5,6 +5,7 @@
 #include "common/text_values.h"
 #include "data/recordset.h"
 #include "purchasing/order_pricing.h"
+#include "frame/item_picks.h"
 
 namespace liaowu {
 
@@ -12,14 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const ItemFamily& familyOf(const Session& session) {
-    const ItemFamily* family = itemFamily(session.formulaMode);
-    return family ? *family : *itemFamily(u"紙板"_s);
-}
-
 std::vector<SqlText> requisitionLineStatements(const Session& session, const PickInput& input) {
     const bool materials = session.formulaMode == u"物料";
-    const ItemFamily& family = familyOf(session);
+    const ItemFamily& family = pickFamily(session);
     const QString& t = family.table;
     SqlText statement =
         sql(u"select 原料申購資料.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, 原料申購明細.規格,cast(原料申購明細.數量 as "
@@ -69,22 +65,11 @@ std::vector<SqlText> workOrderStatements(const Session&, const PickInput& input)
     }
 }
 
-/// Code and name columns of an item list: board shows them under its own titles.
-SqlText codeAndName(const ItemFamily& family) {
-    if (family.word == u"紙板") return sql(u"select 浪紙資料.浪紙代號 as 紙板代號, 浪紙資料.浪紙名稱 as 紙板名稱, ");
-    return sql(u"select [{}].[{}], [{}].[{}], ", family.table, family.code, family.table, family.name);
-}
-
-SqlText itemCondition(const ItemFamily& family, const QString& filter) {
-    return sql(u" from  [{}] where [{}].[{}] like '%{}%' or [{}].[{}] like '%{}%' or [{}].規格 like '%{}%' ", family.table,
-               family.table, family.code, filter, family.table, family.name, filter, family.table, filter);
-}
-
 std::vector<SqlText> orderItemStatements(const Session& session, const PickInput& input) {
-    const ItemFamily& family = familyOf(session);
+    const ItemFamily& family = pickFamily(session);
     const QString& t = family.table;
     SqlText statement =
-        codeAndName(family) + sql(u"[{}].規格, [{}].庫存, [{}].進料單位, [{}].進價, [{}].幣別,", t, t, t, t, t);
+        itemCodeAndName(family) + sql(u"[{}].規格, [{}].庫存, [{}].進料單位, [{}].進價, [{}].幣別,", t, t, t, t, t);
     if (family.word == u"物料") {
         statement += sql(u"物料資料.類別,'' as 楞別");
     } else if (family.word == u"紙品") {
@@ -100,26 +85,17 @@ std::vector<SqlText> orderItemStatements(const Session& session, const PickInput
 }
 
 std::vector<SqlText> requisitionItemStatements(const Session& session, const PickInput& input) {
-    const ItemFamily& family = familyOf(session);
+    const ItemFamily& family = pickFamily(session);
     const QString& t = family.table;
-    SqlText statement = codeAndName(family) +
+    SqlText statement = itemCodeAndName(family) +
                         sql(u"[{}].規格, rtrim([{}].庫存) as 庫存, [{}].單位, [{}].單價, [{}].幣別", t, t, t, t, t);
     if (family.word == u"物料") statement += sql(u",物料資料.品檢,''");
     if (family.word == u"紙板") statement += sql(u",'',浪紙資料.楞別");
     return {statement + itemCondition(family, input.filter) + sql(u"order by [{}].[{}]", t, family.name)};
 }
 
-std::vector<SqlText> itemStatements(const Session& session, const PickInput& input) {
-    const ItemFamily& family = familyOf(session);
-    const QString& t = family.table;
-    SqlText statement = codeAndName(family) +
-                        sql(u"[{}].規格, rtrim([{}].庫存) as 庫存, [{}].單位, [{}].單價, [{}].幣別", t, t, t, t, t);
-    if (family.word == u"紙品") statement += sql(u",紙品資料.卷筒紙");
-    return {statement + itemCondition(family, input.filter) + sql(u"order by [{}].[{}]", t, family.name)};
-}
-
 std::vector<SqlText> requisitionStatements(const Session& session, const PickInput& input) {
-    const ItemFamily& family = familyOf(session);
+    const ItemFamily& family = pickFamily(session);
     SqlText statement = sql(u"select 原料申購明細.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, 原料申購明細.規格,"
                             u"cast(原料申購明細.數量 as float)-cast(原料申購明細.已采購數 as float) as 未採購數, "
                             u"原料申購明細.單位,原料申購明細.需求日期,原料申購資料.類別");
@@ -137,105 +113,32 @@ std::vector<SqlText> requisitionStatements(const Session& session, const PickInp
     return {statement + sql(u"and 原料申購資料.審單 = 'Y' order by 原料申購明細.申購單號 ")};
 }
 
-SqlText orderLineCondition(const Session& session, const PickInput& input) {
-    return sql(u" Where (採購資料.採購單號 Like '{}%' or  採購明細資料.原料代號 Like '{}%' or  採購明細資料.原料名稱 Like '{}%') and "
-               u"採購資料.審單= 'Y' And 採購資料.類別 = '{}' ",
-               input.filter, input.filter, input.filter, session.formulaMode);
-}
-
-std::vector<SqlText> openOrderLineStatements(const Session& session, const PickInput& input) {
-    const ItemFamily& family = familyOf(session);
-    const QString& t = family.table;
-    const bool board = family.word == u"紙板";
-    const QString received = board ? u"檢驗合格數"_s : u"數量"_s;
-    SqlText statement =
-        sql(u"select 採購資料.採購單號, 採購明細資料.原料代號, 採購明細資料.原料名稱,       採購明細資料.規格 , cast(採購明細資料.數量 as "
-            u"float)-cast(coalesce(採購明細資料.已入庫數,'') as float) as 未收數, 採購明細資料.單位,採購明細資料.單價, 採購明細資料.小計, case when "
-            u"(採購明細資料.單位=[{}].單位) then cast(採購明細資料.[{}] as float)-cast(coalesce(採購明細資料.已入庫數,'') as float) else '' end "
-            u"AS 入庫數, [{}].單位, 採購資料.幣別, 採購明細資料.請購單號,採購資料.廠商代號,採購資料.廠商簡稱,採購明細資料.檢驗單號,採購明細資料.序,"
-            u"採購明細資料.剖切尺寸,採購明細資料.寬剖 from (採購資料 INNER JOIN 採購明細資料 ON 採購資料.採購單號 = 採購明細資料.採購單號) ",
-            t, received, t);
-    statement += board ? sql(u"left JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code)
-                       : sql(u"inner JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code);
-    statement += orderLineCondition(session, input);
-    statement += board ? sql(u"and 採購資料.廠商代號 = '{}' ", session.pickVendor)
-                       : sql(u"and (採購資料.廠商代號 = '{}' or 採購資料.廠商代號 = '') ", session.pickVendor);
-    statement += sql(u"and 送清<> 'Y'  ");
-    if (!input.checked)
-        statement += sql(u"And cast(採購明細資料.數量 as float)-cast(coalesce(採購明細資料.已入庫數,'') as float)<>0 ");
-    return {statement + sql(u"Order By 採購資料.採購單號")};
-}
-
-std::vector<SqlText> receivedOrderLineStatements(const Session& session, const PickInput& input) {
-    const ItemFamily& family = familyOf(session);
-    const QString& t = family.table;
-    return {sql(u"select 採購資料.採購單號, 採購明細資料.原料代號, 採購明細資料.廠商名稱 as 廠商品名,       採購明細資料.規格 , "
-                u"cast(採購明細資料.已入庫數 as float) as 已入庫數, 採購明細資料.單位,採購明細資料.單價, 採購明細資料.小計, case when "
-                u"(採購明細資料.單位=[{}].單位) then cast(採購明細資料.已入庫數 as float) else '' end AS 入庫數, [{}].單位, 採購資料.幣別, "
-                u"採購明細資料.請購單號,採購資料.廠商代號,採購資料.廠商簡稱,採購明細資料.檢驗單號,採購明細資料.序,採購明細資料.剖切尺寸,採購明細資料.寬剖 "
-                u"from (採購資料 INNER JOIN 採購明細資料 ON 採購資料.採購單號 = 採購明細資料.採購單號) left JOIN [{}] ON 採購明細資料.原料代號 = "
-                u"[{}].[{}]",
-                t, t, t, t, family.code) +
-            orderLineCondition(session, input) +
-            sql(u"and 採購資料.廠商代號 = '{}' and cast(採購明細資料.已入庫數 as float)>0  and 採購資料.採購日期 between '{}' and '{}' Order By "
-                u"採購資料.採購單號",
-                session.pickVendor, input.from, input.to)};
-}
-
-PickSpec pick(const QString& name, const QString& title,
-              std::vector<SqlText> (*statements)(const Session&, const PickInput&)) {
-    PickSpec spec{name, title, u"取得輔助資料錯誤"_s};
-    spec.statements = statements;
-    spec.moneyColumns = {u"進價"_s, u"單價"_s, u"小計"_s, u"幣別"_s};
-    return spec;
-}
-
 } // namespace
 
 PickSpec requisitionLinePick(const QString&) {
-    PickSpec spec = pick(u"frm原料輔助視窗_請購"_s, u"原料輔助視窗(採購)"_s, requisitionLineStatements);
+    PickSpec spec = documentPick(u"frm原料輔助視窗_請購"_s, u"原料輔助視窗(採購)"_s, requisitionLineStatements);
     spec.several = true;
     spec.sortOptions = {u"代 號"_s, u"名稱規格"_s};
     return spec;
 }
 
 PickSpec workOrderPick() {
-    PickSpec spec = pick(u"frm工單輔助視窗_採購"_s, u"工單輔助視窗(採購)"_s, workOrderStatements);
+    PickSpec spec = documentPick(u"frm工單輔助視窗_採購"_s, u"工單輔助視窗(採購)"_s, workOrderStatements);
     spec.sortOptions = {u"單號"_s, u"材質"_s, u"交貨日期"_s, u"客戶"_s};
     return spec;
 }
 
 PickSpec orderItemPick() {
-    PickSpec spec = pick(u"frm原料輔助視窗_採購"_s, u"原料輔助視窗(採購)"_s, orderItemStatements);
+    PickSpec spec = documentPick(u"frm原料輔助視窗_採購"_s, u"原料輔助視窗(採購)"_s, orderItemStatements);
     spec.sortOptions = {u"代 號"_s, u"名稱規格"_s};
     return spec;
 }
 
-PickSpec requisitionPick() { return pick(u"frm採購輔助視窗_請購單"_s, u"採購輔助視窗"_s, requisitionStatements); }
+PickSpec requisitionPick() { return documentPick(u"frm採購輔助視窗_請購單"_s, u"採購輔助視窗"_s, requisitionStatements); }
 
 PickSpec requisitionItemPick() {
-    PickSpec spec = pick(u"frm原料輔助視窗_申購"_s, u"原料輔助視窗"_s, requisitionItemStatements);
+    PickSpec spec = documentPick(u"frm原料輔助視窗_申購"_s, u"原料輔助視窗"_s, requisitionItemStatements);
     spec.several = true;
-    return spec;
-}
-
-PickSpec itemPick() {
-    PickSpec spec = pick(u"frm原料輔助視窗"_s, u"原料輔助視窗"_s, itemStatements);
-    spec.filterEachKey = true;
-    return spec;
-}
-
-PickSpec openOrderLinePick() {
-    PickSpec spec = pick(u"frm採購輔助視窗"_s, u"採購輔助視窗"_s, openOrderLineStatements);
-    spec.checkBox = u"顯示全部"_s;
-    return spec;
-}
-
-PickSpec receivedOrderLinePick(const QString& from, const QString& to) {
-    PickSpec spec = pick(u"frm採購輔助視窗_退貨"_s, u"採購輔助視窗_退貨"_s, receivedOrderLineStatements);
-    spec.dateLabels = {u"起始日期:"_s, u"結束日期:"_s};
-    spec.from = from;
-    spec.to = to;
     return spec;
 }
 

@@ -14,9 +14,6 @@ PickSpec workOrderPick();                              ///< frm工單輔助視�
 PickSpec orderItemPick();                              ///< frm原料輔助視窗_採購: items with 進料單位 and 進價
 PickSpec requisitionPick();                            ///< frm採購輔助視窗_請購單
 PickSpec requisitionItemPick();                        ///< frm原料輔助視窗_申購: several items with 單位 and 單價
-PickSpec itemPick();                                   ///< frm原料輔助視窗: one item, filtered at each key
-PickSpec openOrderLinePick();                          ///< frm採購輔助視窗: open order lines of a vendor
-PickSpec receivedOrderLinePick(const QString& from, const QString& to); ///< frm採購輔助視窗_退貨
 
 /// The order line that a row of `requisitionLinePick` gives; the price is still to come.
 OrderLine lineOfRequisitionPick(const QStringList& row, const QString& category);

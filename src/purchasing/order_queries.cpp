@@ -1,7 +1,6 @@
 #include "purchasing/order_queries.h"
 #include "common/clock.h"
 #include "common/items.h"
-#include "common/people.h"
 #include "common/rights.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
@@ -27,13 +26,6 @@ std::optional<VendorRow> findVendor(Session& session, Connection& connection, co
     if (codeOrName.isEmpty() || row.RecordCount() == 0) return std::nullopt;
     const auto text = [&](int column) { return row.text(column).trimmed(); };
     return VendorRow{text(0), text(1), text(2), text(3), text(4), text(5), text(6), text(7), row.text(8), text(9), text(10), text(11)};
-}
-
-std::optional<std::pair<QString, QString>> findPerson(Connection& connection, const QString& codeOrName) {
-    if (codeOrName.isEmpty()) return std::nullopt;
-    const Recordset row = select(connection, personStatement(codeOrName));
-    if (row.RecordCount() == 0) return std::nullopt;
-    return std::pair(row.text(u"業務員代號").trimmed(), row.text(u"業務員名稱").trimmed());
 }
 
 OrderLines requisitionLines(Connection& connection, const QString& number, const QString& category, bool canSeePrice) {
@@ -197,7 +189,8 @@ SearchSpec orderSearch(Session& session, bool canSeePrice) {
     spec.statement = [&session, canSeePrice](const SearchInput& input) {
         return orderSearchStatement(session, input, canSeePrice, today8(session));
     };
-    spec.widths = {{u"H採購單號"_s, 0}};
+    spec.widths = {{u"採購單號"_s, 90},  {u"供應商"_s, 130}, {u"原料代號"_s, 100}, {u"原料名稱"_s, 210}, {u"規格"_s, 140},
+                   {u"數量"_s, 90},      {u"單價"_s, 90},    {u"小計"_s, 110},     {u"客戶料號"_s, 130}, {u"H採購單號"_s, 0}};
     return spec;
 }
 

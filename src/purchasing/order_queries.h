@@ -1,4 +1,5 @@
 #pragma once
+#include "common/people.h"
 #include "common/session.h"
 #include "frame/search_spec.h"
 #include "purchasing/order_lines.h"
@@ -17,9 +18,6 @@ struct VendorRow {
 };
 /// A vendor by exact code or short name, not scrapped and within the user's scope.
 std::optional<VendorRow> findVendor(Session& session, Connection& connection, const QString& codeOrName);
-
-/// A person of 業務資料 by exact code or name: code and name.
-std::optional<std::pair<QString, QString>> findPerson(Connection& connection, const QString& codeOrName);
 
 /// The lines of a requisition as order lines: full quantity, the master's price unconverted. Of an approved requisition only.
 OrderLines requisitionLines(Connection& connection, const QString& number, const QString& category, bool canSeePrice);

@@ -1,5 +1,6 @@
 #include "purchasing/order_store.h"
 #include "common/clock.h"
+#include "common/document_stamp.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
 #include "purchasing/order_price_feedback.h"
@@ -26,6 +27,7 @@ constexpr HeaderColumn readOnlyColumns[] = {{u"審單", &OrderHeader::審單},
                                             {u"審單人", &OrderHeader::審單人},
                                             {u"審單日期", &OrderHeader::審單日期},
                                             {u"品質要求", &OrderHeader::品質要求},
+                                            {u"修改人", &OrderHeader::修改人},
                                             {u"修改時間", &OrderHeader::修改時間}};
 
 /// The line's columns in the order of the table; 序 comes first and 採購單號 last.
@@ -112,8 +114,12 @@ double highestReceived(Connection& connection, const QString& number) {
     return row.RecordCount() > 0 ? val(row.text(u"序")) : 0;
 }
 
+DocumentStamp versionOf(const OrderHeader& header) {
+    return {header.修改人, header.修改時間, header.審單, header.審單人, header.審單日期};
+}
+
 /// Reads what is stored of a document that is about to be written again, and checks that it may be.
-std::optional<OrderConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
+std::optional<SaveConflict> checkStored(Session& session, Connection& connection, const OrderSave& save,
                                          std::optional<OrderDocument>& stored) {
     const QString& number = save.lastDocumentNumber;
     if (!save.mayApprove && session.approvalParam != u"N" &&
@@ -122,16 +128,12 @@ std::optional<OrderConflict> checkStored(Session& session, Connection& connectio
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"採購單 %1 已由其他使用者刪除!"_s.arg(number));
     stored = OrderDocument{headerOf(row), readLines(connection, number, true), {}};
-    if (save.overwrite || stampOf(stored->header) == save.loadedStamp) return std::nullopt;
-    // A batch approval changes the mark alone, and leaves its own name and date.
-    if (save.loadedStamp.startsWith(stored->header.修改時間 + u'|'))
-        return OrderConflict{stored->header.審單人, stored->header.審單日期};
-    return OrderConflict{row.text(u"修改人").trimmed(), stored->header.修改時間};
+    return save.overwrite ? std::nullopt : versionOf(stored->header).since(save.loadedStamp);
 }
 
 } // namespace
 
-QString stampOf(const OrderHeader& header) { return header.修改時間 + u'|' + (header.審單 == u"Y" ? u"Y"_s : u"N"_s); }
+QString stampOf(const OrderHeader& header) { return versionOf(header).text(); }
 
 std::optional<OrderDocument> loadOrder(Connection& connection, const QString& number, bool canSeePrice) {
     const Recordset row = select(connection, sql(u"select * from [採購資料] where 採購單號 = '{}' ", number));
@@ -146,7 +148,7 @@ std::optional<OrderDocument> loadOrder(Connection& connection, const QString& nu
     return order;
 }
 
-std::optional<OrderConflict> saveOrder(Session& session, OrderSave& save) {
+std::optional<SaveConflict> saveOrder(Session& session, OrderSave& save) {
     Connection connection(session.pool, session.connectionString);
     const QString today = serverTime(connection, 2);
     const QString now = serverTime(connection, -1);
@@ -179,7 +181,10 @@ std::optional<OrderConflict> saveOrder(Session& session, OrderSave& save) {
     applyRequisitionChanges(connection, requisitionChanges(save.lines, stored ? stored->lines : OrderLines()));
     if (save.canSeePrice) feedPricesBack(session, connection, save.header, save.lines, stored, today);
     transaction.commit();
-    if (!save.isNew) save.header.修改時間 = now;
+    if (!save.isNew) {
+        save.header.修改人 = session.salesmanName;
+        save.header.修改時間 = now;
+    }
     return std::nullopt;
 }
 

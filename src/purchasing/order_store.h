@@ -37,19 +37,14 @@ struct OrderSave {
     bool overwrite = false;  ///< write over what another user saved meanwhile
 };
 
-/// Somebody saved the document after it was loaded here.
-struct OrderConflict {
-    QString person, time;
-};
-
-/// What tells that a stored header is the one that was loaded: time of the last change, and the approval mark.
+/// What tells that a stored header is the one that was loaded.
 QString stampOf(const OrderHeader& header);
 
 /// Writes a purchase order in one transaction: header, lines, quantities of the requisition lines they came from, prices to
 /// the item master and the price history. Gives a conflict, with nothing written, when the stored header was changed
 /// since it was loaded and `overwrite` is off. Throws `DatabaseError` and `Refusal`; then nothing is written either.
 /// Writes 採購資料, 採購明細資料, 原料申購明細, 歷史單價記錄 and the item table; deletes from 詢價明細資料 and 詢價單價記錄.
-std::optional<OrderConflict> saveOrder(Session& session, OrderSave& save);
+std::optional<SaveConflict> saveOrder(Session& session, OrderSave& save);
 
 /// Deletes an order and its lines, and takes its quantities off the requisition lines. Refuses an approved order, when
 /// approval is in force, and one with receipts. Throws `DatabaseError` and `Refusal`.

@@ -33,7 +33,10 @@ void frm採購作業系統::connectGrid() {
     events.doubleClicked = [this](int row, const QString& title) {
         if (title != u"單價" || !rights.金額 || row > fml明細->lineCount()) return;
         if (fml明細->text(row, u"工單單號"_s).trimmed().isEmpty()) return;
-        session.messages.inform(u"歷史單價明細"_s, u"歷史單價明細尚未提供!"_s);
+        session.formulaMode = session.category;
+        session.filterCode = fml明細->text(row, u"代號"_s).trimmed();
+        session.filterName = fml明細->text(row, u"內部品名"_s).trimmed();
+        process.runWindow(u"frm歷史單價明細_採購"_s, this);
     };
     connect(fml明細, &LineGrid::selectionMoved, this, &frm採購作業系統::showStock);
 }
@@ -54,7 +57,7 @@ OrderLines frm採購作業系統::linesOnScreen() const {
 
 bool frm採購作業系統::mayType(const QString& title) const {
     if (mode() != ModeAdd && mode() != ModeEdit) return false;
-    if (title == u"單價" || title == u"大紙數" || title == u"單位" || title == u"壓線種類") return !isApproved;
+    if (title == u"單價" || title == u"大紙數" || title == u"單位" || title == u"壓線種類") return !isSettled();
     if (title == u"已交數") return session.isAdministrator;
     return true;
 }
@@ -63,7 +66,7 @@ QStringList frm採購作業系統::listOf(int row, const QString& title) const {
     const QString own = fml明細->text(row, title);
     if (title == u"送清") return cellList(u"YN"_s, u"YN"_s, own, phraseCache);
     if (title == u"楞別") return cellList(u"EB-楞別"_s, u"EB-楞別"_s, own, phraseCache);
-    if (isApproved) return {};
+    if (isSettled()) return {};
     if (title == u"單位") return cellList(u"AB-單位"_s, u"資材"_s, own, phraseCache);
     if (title == u"壓線種類") return cellList(u"EL-壓線種類"_s, u"EL-壓線種類"_s, own, phraseCache);
     return {};

@@ -6,6 +6,7 @@
 #include "common/text_values.h"
 #include "frame/lookups.h"
 #include "frame/pick_window.h"
+#include "purchasing/order_batch.h"
 #include "purchasing/order_page_view.h"
 #include "purchasing/order_picks.h"
 #include "purchasing/order_queries.h"
@@ -32,6 +33,7 @@ ScreenInfo infoOf(const Session& session) {
     info.keyColumn = u"採購單號"_s;
     info.keyField = u"txt採購單號"_s;
     info.recordWord = u"採購單號"_s;
+    info.freshKeys = true;
     info.tools = {u"add"_s,  u"edit"_s, u"del"_s,  u"search"_s, u"save"_s,     u"|"_s,     u"first"_s, u"previous"_s,
                   u"next"_s, u"last"_s, u"|"_s,    u"審單"_s,   u"整批審單"_s, u"print"_s, u"|"_s,     u"exit"_s};
     return info;
@@ -111,13 +113,11 @@ void frm採購作業系統::screenCommand(const QString& key) {
     if (key == u"審單") {
         approve();
     } else if (key == u"整批審單") {
-        if (rights.批審) {
-            session.messages.inform(u"整批審單"_s, u"整批審單功能尚未提供!"_s);
-        } else {
-            refuse(RefusedTextApproval);
-        }
+        openBatch();
     }
 }
+
+BatchSpec frm採購作業系統::batchSpec() const { return orderBatch(session, canSeePrice); }
 
 // ---- states ----
 
@@ -199,17 +199,7 @@ int frm採購作業系統::showRecord(const QString& key) {
     return 0;
 }
 
-bool frm採購作業系統::quickFind(const QString& number) {
-    if (reloadBrowse() == Failed) return true;
-    if (browseSet.RecordCount() == 0) return false;
-    browseSet.MoveFirst();
-    if (!browseSet.Find(u"採購單號"_s, number)) {
-        browseSet.MoveLast();
-        return false;
-    }
-    gotoRecord(browseSet.text(0).trimmed());
-    return true;
-}
+bool frm採購作業系統::quickFind(const QString& number) { return findInBrowse(number); }
 
 // ---- header look-ups ----
 
@@ -319,18 +309,6 @@ OrderHeader frm採購作業系統::headerOnScreen() const {
     return header;
 }
 
-bool frm採購作業系統::showFinding(const Finding& finding) {
-    session.messages.stop(finding.title, finding.text);
-    if (!finding.control.isEmpty()) {
-        entry(this, finding.control)->setFocus(Qt::OtherFocusReason);
-    } else {
-        // As by Tab, so that the cell offers its list.
-        fml明細->select(finding.row, finding.column);
-        fml明細->setFocus(Qt::TabFocusReason);
-    }
-    return false;
-}
-
 bool frm採購作業系統::checkHeader() {
     if (label(this, u"lbl廠商簡稱"_s)->text().isEmpty()) entry(this, u"txt廠商代號"_s)->showText(QString());
     if (label(this, u"lbl業務員名稱"_s)->text().isEmpty()) entry(this, u"txt業務員代號"_s)->showText(QString());
@@ -344,11 +322,6 @@ bool frm採購作業系統::checkHeader() {
     return true;
 }
 
-bool frm採購作業系統::confirmOverwrite(const OrderConflict& conflict) {
-    return session.messages.ask(
-        u"詢問"_s, u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict.person, conflict.time), false);
-}
-
 void frm採購作業系統::saveOrderAs(const QString& parameter) {
     const bool isNew = mode() == ModeAdd;
     if (!isNew && !rights.修改) return refuse();
@@ -360,14 +333,7 @@ void frm採購作業系統::saveOrderAs(const QString& parameter) {
     if (!checkHeader()) return;
     if (!isNew && parameter != u"審單" && !session.messages.ask(u"詢問"_s, u"確定更新此筆資料?"_s)) return;
 
-    auto* number = entry(this, u"txt採購單號"_s);
-    // A number drawn for a save that the server refused is drawn anew.
-    if (isNew && (number->text().trimmed().isEmpty() || number->property("drawn").toBool())) {
-        const QString drawn = nextDocumentNumber(session, orderNumbers());
-        if (drawn.isEmpty()) return;
-        number->showText(drawn);
-        number->setProperty("drawn", true);
-    }
+    if (isNew && !drawNumber(orderNumbers())) return;
     OrderSave save;
     save.header = headerOnScreen();
     save.lines = linesOnScreen();
@@ -377,58 +343,22 @@ void frm採購作業系統::saveOrderAs(const QString& parameter) {
     save.loadedStamp = loadedStamp;
     save.canSeePrice = canSeePrice;
     save.mayApprove = rights.審單 || rights.批轉;
-    try {
-        std::optional<OrderConflict> conflict;
-        {
-            Busy busy(session.messages);
-            conflict = saveOrder(session, save);
-        }
-        if (conflict) {
-            if (!confirmOverwrite(*conflict)) return;
-            save.overwrite = true;
-            Busy busy(session.messages);
-            saveOrder(session, save);
-        }
-    } catch (const Refusal& refusal) {
-        session.messages.warn(refusal.title, refusal.text);
-        return;
-    } catch (const DatabaseError& error) {
-        const QString title = isNew ? u"儲存錯誤"_s : u"更新錯誤"_s;
-        if (isNew && error.isDuplicateKey()) {
-            session.messages.stop(title, u"採購明細中有重復的原物料或採購單號重復!"_s);
-        } else {
-            session.messages.stop(title, error.text);
-        }
-        return;
-    }
-    number->setProperty("drawn", false);
-    lastDocumentNumber = currentKey = save.header.採購單號;
+    const bool written = runSave(isNew, u"採購明細中有重復的原物料或採購單號重復!"_s, false, [&](bool overwrite) {
+        save.overwrite = overwrite;
+        return saveOrder(session, save);
+    });
+    if (!written) return;
+    lastDocumentNumber = save.header.採購單號;
     loadedStamp = stampOf(save.header);
     loadedLines = save.lines;
+    // Lines saved for the first time have their numbers now, by which the next save knows them.
+    for (size_t i = 0; i < save.lines.size(); ++i) putLine(static_cast<int>(i) + 1, save.lines[i]);
     isApproved = save.header.審單 == u"Y";
-    session.documentSaved = true;
-    markModified(false);
-    session.messages.notice(u"已儲存 %1"_s.arg(save.header.採購單號));
-    if (!session.screenFunction.isEmpty()) return;
-    if (isNew) {
-        session.messages.inform(u"資料儲存"_s, u"資料儲存完畢!"_s);
-        beginEdit();
-    } else {
-        session.messages.inform(u"資料更新"_s, u"資料更新完畢!"_s);
-        gotoRecord(save.header.採購單號);
-    }
+    finishSave(save.header.採購單號, isNew, u"資料更新完畢!"_s);
 }
 
 void frm採購作業系統::deleteRecord() {
-    if (!rights.刪除) {
-        refuse();
-        showPage(mode());
-        return;
-    }
-    if (lastDocumentNumber.isEmpty() || !session.messages.ask(u"刪除詢問"_s, u"確定要刪除此筆資料?"_s, false)) return;
-    if (!guarded(session, u"刪除錯誤"_s, [this] { deleteOrder(session, lastDocumentNumber); })) return;
-    session.messages.inform(u"資料刪除"_s, u"資料刪除完畢!"_s);
-    beginEdit();
+    deleteDocument(lastDocumentNumber, [this] { deleteOrder(session, lastDocumentNumber); });
 }
 
 void frm採購作業系統::approve() {

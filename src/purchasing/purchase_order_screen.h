@@ -27,6 +27,7 @@ protected:
     void saveRecord() override { saveOrderAs(QString()); }
     void deleteRecord() override;
     SearchSpec searchSpec() const override;
+    BatchSpec batchSpec() const override;
     void screenCommand(const QString& key) override;
     void clearRecordPage() override;
     bool quickFind(const QString& number) override;
@@ -51,6 +52,8 @@ private:
     OrderLines linesOnScreen() const;
     bool cellEdited(int row, const QString& title, const QString& before, bool batch);
     bool mayType(const QString& title) const;
+    /// Approved where approval is in force: what it costs is no longer open.
+    bool isSettled() const { return isApproved && session.approvalParam != u"N"; }
     QStringList listOf(int row, const QString& title) const;
     bool runPick(int row, const QString& title);
     bool pickRequisitionLines(int row);
@@ -77,8 +80,6 @@ private:
     void saveOrderAs(const QString& parameter);
     OrderHeader headerOnScreen() const;
     bool checkHeader();
-    bool showFinding(const Finding& finding);
-    bool confirmOverwrite(const OrderConflict& conflict);
     void approve();
 
     FormulaTable formulas;

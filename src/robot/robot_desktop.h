@@ -19,6 +19,7 @@ class RobotDesktop : public Desktop {
 public:
     bool ask(const QString& title, const QString& text, bool defaultYes) override;
     int runModal(QDialog& window) override;
+    bool progress(const QString&, int, int) override { return true; }
     void present(QWidget& screen) override;
     QString saveFileName(QWidget* owner, const QString& title, const QString& proposal,
                          const QString& filter) override;

@@ -128,6 +128,17 @@ void GridHandle::doubleClick(int row, const QString& title) {
     });
 }
 
+void GridHandle::rightClick(int row, const QString& title) {
+    const QModelIndex cell = reachable(row, title);
+    if (!cell.isValid()) return;
+    attempt([&] {
+        activate(view);
+        view->scrollTo(cell);
+        settle();
+        QTest::mouseClick(view->viewport(), Qt::RightButton, Qt::NoModifier, view->visualRect(cell).center());
+    });
+}
+
 void GridHandle::select(int fromRow, int toRow) {
     QStringList shown;
     for (const QString& title : titles())

@@ -25,6 +25,7 @@ public:
     Q_INVOKABLE void type(int row, const QString& title, const QString& text);
     Q_INVOKABLE void key(int row, const QString& title, const QString& key);
     Q_INVOKABLE void doubleClick(int row, const QString& title);
+    Q_INVOKABLE void rightClick(int row, const QString& title);
     Q_INVOKABLE void select(int fromRow, int toRow);
     Q_INVOKABLE QStringList list();
     Q_INVOKABLE void pick(const QString& text);

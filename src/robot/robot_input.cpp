@@ -1,8 +1,12 @@
 #include "robot/robot_input.h"
 #include <QApplication>
+#include <QCheckBox>
+#include <QCheckBox>
 #include <QInputMethodEvent>
 #include <QKeySequence>
 #include <QPointer>
+#include <QRadioButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QWidget>
 #include <stdexcept>
@@ -88,7 +92,10 @@ void pressKey(QWidget* window, const QString& name) {
 
 void clickWidget(QWidget* widget) {
     activate(widget);
-    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, widget->rect().center());
+    // Options and check boxes react where they are drawn, not in the whole room that they have.
+    const bool small = qobject_cast<QRadioButton*>(widget) || qobject_cast<QCheckBox*>(widget);
+    const QPoint centre = widget->rect().center();
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, small ? QPoint(std::min(10, centre.x()), centre.y()) : centre);
     settle();
 }
 

@@ -139,6 +139,8 @@ bool Stage::play(const QString& path) {
         fail(u"line %1: %2"_s.arg(outcome.property(u"lineNumber"_s).toString(), outcome.toString()));
     settle();
     for (const QString& text_ : desktop.unmet()) fail(text_);
+    for (const QString& fragment : awaited) fail(u"statement never came: %1"_s.arg(fragment));
+    awaited.clear();
     desktop.reset();
     for (auto& launched : launches) launched->pool.failAt(0);
     launches.clear();
@@ -203,8 +205,38 @@ void Stage::failDatabaseAt(int call) {
 }
 int Stage::databaseCalls() { return launches.empty() ? 0 : launches.back()->pool.callCount(); }
 
+void Stage::beforeStatement(const QString& fragment, const QJSValue& run) {
+    awaited.insert(fragment);
+    const auto met = [this, fragment, run](const StatementTrace& statement) {
+        if (!statement.native.contains(fragment) || awaited.erase(fragment) == 0) return;
+        const QJSValue outcome = run.call();
+        if (outcome.isError())
+            fail(u"%1 (line %2)"_s.arg(outcome.toString(), outcome.property(u"lineNumber"_s).toString()));
+    };
+    for (auto& launched : launches) launched->pool.setTrace(met);
+}
+
 int Stage::run(const QString& program, const QStringList& arguments) {
     return QProcess::execute(QCoreApplication::applicationDirPath() + u'/' + program, arguments);
+}
+
+QString Stage::folder() const { return QFileInfo(script).absolutePath(); }
+
+void Stage::writeFile(const QString& path, const QString& text) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0) engine.throwError(u"not written: %1"_s.arg(path));
+}
+
+void Stage::copyFile(const QString& from, const QString& to) {
+    QFile::remove(to);
+    if (!QFile::copy(from, to)) engine.throwError(u"not copied: %1"_s.arg(from));
+}
+
+void Stage::writeByte(const QString& path, int offset, int value) {
+    QFile file(path);
+    const char byte = static_cast<char>(value);
+    if (!file.open(QIODevice::ReadWrite) || !file.seek(offset) || file.write(&byte, 1) != 1)
+        engine.throwError(u"not written: %1"_s.arg(path));
 }
 
 // ---- the database, from backstage ----

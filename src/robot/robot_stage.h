@@ -3,9 +3,11 @@
 #include "frame/process.h"
 #include "robot/robot_desktop.h"
 #include <QJSEngine>
-#include <QPointer>
 #include <QObject>
+#include <QPointer>
+#include <QTemporaryDir>
 #include <memory>
+#include <set>
 
 namespace liaowu::robot {
 
@@ -42,7 +44,16 @@ public:
     Q_INVOKABLE QJSValue rule(const QString& name, const QJSValue& arguments);
     Q_INVOKABLE void failDatabaseAt(int call);
     Q_INVOKABLE int databaseCalls();
+    /// Runs the function once, before the next statement of any launch whose native text holds `fragment`.
+    Q_INVOKABLE void beforeStatement(const QString& fragment, const QJSValue& run);
     Q_INVOKABLE int run(const QString& program, const QStringList& arguments);
+    /// Folder of the script being played.
+    Q_INVOKABLE QString folder() const;
+    /// An empty folder of this run, gone at its end.
+    Q_INVOKABLE QString workFolder() const { return work.path(); }
+    Q_INVOKABLE void writeFile(const QString& path, const QString& text);
+    Q_INVOKABLE void copyFile(const QString& from, const QString& to);
+    Q_INVOKABLE void writeByte(const QString& path, int offset, int value);
 
 private:
     void fail(const QString& what);
@@ -56,6 +67,8 @@ private:
     std::unique_ptr<Process> backstage;
     QDateTime frozen;
     QString script;
+    QTemporaryDir work;
+    std::set<QString> awaited; ///< fragments of statements that have not come yet
     int passedCount = 0;
     int failedCount = 0;
 };

@@ -195,6 +195,13 @@ QString WindowHandle::focused() {
     return focus ? focus->objectName() : QString();
 }
 
+QString WindowHandle::colour(const QString& name) {
+    QWidget* target = control(name);
+    if (!target) return {};
+    target->ensurePolished();
+    return target->palette().color(target->foregroundRole()).name();
+}
+
 QJSValue WindowHandle::grid(const QString& name) {
     auto* view = qobject_cast<QTableView*>(control(name));
     if (!view) {

@@ -41,6 +41,8 @@ public:
     Q_INVOKABLE bool visible(const QString& control);
     Q_INVOKABLE bool locked(const QString& control);
     Q_INVOKABLE QString focused();
+    /// Colour of a control's text, as #rrggbb.
+    Q_INVOKABLE QString colour(const QString& control);
     Q_INVOKABLE QJSValue grid(const QString& name);
     Q_INVOKABLE void close();
     /// Texts of everything that can be seen in the window: labels, fields, cells, tips, status.

@@ -1,0 +1,392 @@
+#include "purchasing/requisition_screen.h"
+#include "common/clock.h"
+#include "common/guard.h"
+#include "common/phrases.h"
+#include "common/text_values.h"
+#include "frame/lookups.h"
+#include "frame/pick_window.h"
+#include "purchasing/order_picks.h"
+#include "purchasing/order_queries.h"
+#include "purchasing/requisition_queries.h"
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace liaowu {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A control of the header and the column it stands for, in the order of the save.
+struct Binding {
+    QString control;
+    QString RequisitionHeader::*member;
+};
+const std::vector<Binding>& bindings() {
+    static const std::vector<Binding> table{
+        {u"txt申購單號"_s, &RequisitionHeader::申購單號},   {u"Cbo類別"_s, &RequisitionHeader::類別},
+        {u"txt申購日期"_s, &RequisitionHeader::申購日期},   {u"txt經辦人代號"_s, &RequisitionHeader::經辦代號},
+        {u"lbl經辦人名稱"_s, &RequisitionHeader::經辦名稱}, {u"txt工單單號"_s, &RequisitionHeader::工單單號},
+        {u"lbl申購單位"_s, &RequisitionHeader::申購單位},   {u"txt需求日期"_s, &RequisitionHeader::需求日期},
+        {u"Cbo請購原因"_s, &RequisitionHeader::請購原因},   {u"Cbo庫別"_s, &RequisitionHeader::庫別},
+        {u"txt備注"_s, &RequisitionHeader::備註},
+    };
+    return table;
+}
+
+ScreenInfo screenInfo() {
+    ScreenInfo info;
+    info.name = u"frm申購作業系統"_s;
+    info.title = u"原料申購作業"_s;
+    info.moduleKey = u"frm資材請購作業"_s;
+    info.table = u"原料申購資料"_s;
+    info.keyColumn = u"申購單號"_s;
+    info.keyField = u"txt申購單號"_s;
+    info.recordWord = u"申購單號"_s;
+    info.tools = {u"add"_s,  u"edit"_s, u"del"_s, u"search"_s, u"save"_s, u"|"_s,     u"first"_s, u"previous"_s,
+                  u"next"_s, u"last"_s, u"|"_s,   u"審單"_s,   u"批審"_s, u"print"_s, u"|"_s,     u"exit"_s};
+    return info;
+}
+
+LineColumn column(const QString& title, int width, int limit, int filter, bool typable, bool entry = false) {
+    LineColumn made{title, width, limit, filter};
+    made.typable = typable;
+    made.entry = entry;
+    return made;
+}
+
+DocumentSpec documentSpec() {
+    using Kind = FieldSpec::Kind;
+    DocumentSpec spec;
+    spec.header = {
+        {Kind::Entry, u"txt申購單號"_s, u"申購單號"_s, 0, 0, 150, 20, 0, true},
+        {Kind::Entry, u"txt申購日期"_s, u"申購日期"_s, 0, 1, 110, 8, 1},
+        {Kind::Combo, u"Cbo類別"_s, u"類別"_s, 0, 2, 110},
+        {Kind::Combo, u"Cbo請購原因"_s, u"請購原因"_s, 0, 3, 140},
+        {Kind::Lookup, u"txt經辦人代號"_s, u"經辦人"_s, 1, 0, 122, 8, 0, true, u"scmd經辦人"_s, u"lbl經辦人名稱"_s},
+        {Kind::Entry, u"txt需求日期"_s, u"需求日期"_s, 1, 1, 110, 8, 1},
+        {Kind::Entry, u"txt工單單號"_s, u"工單單號"_s, 1, 2, 110, 20},
+        {Kind::Combo, u"Cbo庫別"_s, u"庫別"_s, 1, 3, 140},
+        {Kind::Lookup, u"lbl申購單位"_s, u"申購單位"_s, 2, 0, 122, 20, 0, false, u"scmd申購單位"_s},
+        {Kind::Entry, u"txt備注"_s, u"備註"_s, 2, 1, 360, 100, 0, false, {}, {}, 3},
+    };
+    LineColumn code = column(u"原料代號"_s, 1400, 20, 0, true, true);
+    code.pick = code.upper = true;
+    LineColumn quantity = column(u"數量"_s, 1100, 20, 3, true, true);
+    quantity.right = true;
+    LineColumn ordered = column(u"已采購數"_s, 1000, 0, 0, false);
+    ordered.right = true;
+    spec.lines = {code,
+                  column(u"原料名稱"_s, 2400, 40, 0, true),
+                  column(u"規格"_s, 1700, 50, 0, true),
+                  quantity,
+                  column(u"單位"_s, 700, 4, 0, true, true),
+                  column(u"工單單號"_s, 1400, 20, 0, true),
+                  column(u"需求日期"_s, 1200, 8, 1, true, true),
+                  column(u"用途說明"_s, 3200, 100, 0, true, true),
+                  column(u"序"_s, 0, 0, 0, false),
+                  column(u"工單單號"_s, 0, 20, 0, false),
+                  ordered,
+                  column(u"楞別"_s, 800, 4, 0, true)};
+    spec.frozenTitle = u"原料代號"_s;
+    spec.quickFindUnknown = u"查無此申購單,請確認輸入單號是否正確!"_s;
+    return spec;
+}
+
+} // namespace
+
+void registerRequisitionScreen(Process& process) {
+    process.registerScreen(u"frm申購作業系統"_s, [](Process& on) -> ScreenFrame* { return new frm申購作業系統(on); });
+}
+
+frm申購作業系統::frm申購作業系統(Process& on) : DocumentScreen(on, screenInfo(), documentSpec()) {
+    if (session.approvalParam == u"N") hideTool(u"審單"_s);
+    for (const auto& [name, caption] : {std::pair(u"lbl庫存數"_s, u"庫存"_s), std::pair(u"lbl安全庫存"_s, u"安全庫存"_s)}) {
+        auto* text = new QLabel(caption, this);
+        text->setProperty("caption", true);
+        footer()->addWidget(text);
+        auto* shown = new QLabel(this);
+        shown->setObjectName(name);
+        shown->setProperty("valueLabel", true);
+        footer()->addWidget(shown);
+    }
+    footer()->addStretch(1);
+    connectGrid();
+    bindLookup(u"txt經辦人代號"_s, u"scmd經辦人"_s, [this](bool fromButton) { lookUpPerson(fromButton); });
+    connect(button(this, u"scmd申購單位"_s), &QPushButton::clicked, this, [this] { lookUpDepartment(); });
+    connect(entry(this, u"txt經辦人代號"_s), &EntryField::typedInto, this, [this] { label(this, u"lbl經辦人名稱"_s)->clear(); });
+}
+
+void frm申購作業系統::connectGrid() {
+    auto& events = fml明細->events;
+    events.mayType = [this](int, const QString& title) {
+        return (mode() == ModeAdd || mode() == ModeEdit) && title != u"已采購數";
+    };
+    events.edited = [this](int row, const QString& title, const QString&, bool batch) { return cellEdited(row, title, batch); };
+    events.pick = [this](int row, const QString& title) { return runPick(row, title); };
+    events.resolve = [this](int row, const QString&, const QString& code) { return resolveCode(row, code); };
+    events.entered = [this](int, const QString& title) { button(this, u"scmd輔助"_s)->setEnabled(title == u"原料代號"); };
+    connect(fml明細, &LineGrid::selectionMoved, this, [this] { showStock(); });
+}
+
+SqlText frm申購作業系統::browseStatement() const { return requisitionBrowseStatement(); }
+SearchSpec frm申購作業系統::searchSpec() const { return requisitionSearch(session); }
+
+BatchSpec frm申購作業系統::batchSpec() const {
+    QString last;
+    if (browseSet.isOpen() && browseSet.RecordCount() > 0) last = browseSet.textAt(browseSet.RecordCount() - 1, 0).trimmed();
+    return requisitionBatch(session, last);
+}
+
+void frm申購作業系統::screenCommand(const QString& key) {
+    if (key == u"審單") {
+        approve();
+    } else if (key == u"批審") {
+        if (rights.批審 && !browseSet.isOpen()) reloadBrowse();
+        openBatch();
+    }
+}
+
+QString frm申購作業系統::family() const {
+    return combo(const_cast<frm申購作業系統*>(this), u"Cbo類別"_s)->currentText();
+}
+
+// ---- states ----
+
+void frm申購作業系統::fillLists() {
+    const auto fill = [this](const QString& name, const QStringList& items) {
+        auto* list = combo(this, name);
+        list->clear();
+        list->addItems(items);
+    };
+    fill(u"Cbo類別"_s, {u"紙板"_s, u"物料"_s});
+    fill(u"Cbo請購原因"_s, phrases(session, u"BU-請購類別"_s));
+    fill(u"Cbo庫別"_s, phrases(session, u"BV_庫別"_s));
+}
+
+void frm申購作業系統::clearRecordPage() {
+    DocumentScreen::clearRecordPage();
+    label(this, u"lbl經辦人名稱"_s)->clear();
+    showApproval(u"N"_s, {}, {});
+    isApproved = false;
+    lastDocumentNumber.clear();
+    loadedStamp.clear();
+}
+
+void frm申購作業系統::fillNewRecord() {
+    if (!rights.批審) hideTool(u"批審"_s);
+    fillLists();
+    entry(this, u"txt申購日期"_s)->showText(today8(session));
+    entry(this, u"txt經辦人代號"_s)->showText(session.salesmanCode);
+    label(this, u"lbl經辦人名稱"_s)->setText(session.salesmanName);
+    if (session.approvalParam == u"N")
+        showApproval(u"Y"_s, session.salesmanName, entry(this, u"txt申購日期"_s)->text(), false);
+    setToolOn(u"print"_s, false);
+    combo(this, u"Cbo類別"_s)->setFocus(Qt::OtherFocusReason);
+}
+
+int frm申購作業系統::showRecord(const QString& key) {
+    if (!rights.批審) hideTool(u"批審"_s);
+    std::optional<RequisitionDocument> requisition;
+    const bool read = guarded(session, u"顯示資料錯誤"_s, [&] {
+        Connection connection(session.pool, session.connectionString);
+        requisition = loadRequisition(connection, key);
+    });
+    if (!read || !requisition) return Failed;
+    const RequisitionHeader& header = requisition->header;
+    clearRecordPage();
+    fillLists();
+    for (const Binding& binding : bindings()) setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
+    isApproved = header.審單 == u"Y";
+    showApproval(isApproved ? u"Y"_s : u"N"_s, header.審單人, header.審單日期, session.approvalParam != u"N");
+    int row = 0;
+    for (const RequisitionLine& line : requisition->lines)
+        if (row < document.depth) putLine(++row, line);
+    fml明細->setLineCount(row);
+    lastDocumentNumber = header.申購單號;
+    loadedStamp = requisition->stamp;
+    entry(this, u"txt速查單號"_s)->showText(QString());
+    showStock();
+    entry(this, u"txt申購日期"_s)->setFocus(Qt::OtherFocusReason);
+    return 0;
+}
+
+bool frm申購作業系統::quickFind(const QString& number) { return findInBrowse(number); }
+
+// ---- look-ups ----
+
+void frm申購作業系統::lookUpPerson(bool fromButton) {
+    auto* field = entry(this, u"txt經辦人代號"_s);
+    std::optional<std::pair<QString, QString>> person;
+    if (!fromButton && !guarded(session, u"依業務代號取得業務資料錯誤"_s, [&] {
+            Connection connection(session.pool, session.connectionString);
+            person = findPerson(connection, field->text().trimmed());
+        }))
+        return;
+    if (!person) {
+        session.pickParam = field->text().trimmed();
+        session.formulaMode = u"倉儲部"_s;
+        if (!pickRow(process, personPick(), this)) return;
+        person = std::pair(session.picked(0), session.picked(1));
+    }
+    field->showText(person->first);
+    label(this, u"lbl經辦人名稱"_s)->setText(person->second);
+    markModified(true);
+    focusNextChild();
+}
+
+void frm申購作業系統::lookUpDepartment() {
+    session.pickParam = u"AA-部門"_s;
+    session.pickCategory.clear();
+    session.pickMode.clear();
+    if (!pickRow(process, phrasePick(), this)) return;
+    entry(this, u"lbl申購單位"_s)->showText(session.picked(0));
+    markModified(true);
+}
+
+// ---- lines ----
+
+RequisitionLine frm申購作業系統::lineAt(int row) const { return recordOf(RequisitionLineColumns, fml明細->rowTexts(row)); }
+void frm申購作業系統::putLine(int row, const RequisitionLine& line) {
+    fml明細->setRowTexts(row, textsOf(RequisitionLineColumns, line));
+}
+
+RequisitionLines frm申購作業系統::linesOnScreen() const {
+    RequisitionLines lines;
+    for (int row = 1; row <= fml明細->lineCount(); ++row) lines.push_back(lineAt(row));
+    return lines;
+}
+
+bool frm申購作業系統::cellEdited(int row, const QString& title, bool) {
+    if (title == u"數量")
+        fml明細->setText(row, title, numberText(val(format(val(fml明細->text(row, title)), u"0.0000"))));
+    return true;
+}
+
+bool frm申購作業系統::runPick(int row, const QString& title) {
+    if (title != u"原料代號" || (mode() != ModeAdd && mode() != ModeEdit)) return false;
+    const QString text = fml明細->text(row, title).trimmed();
+    if (resolveCode(row, text)) {
+        markModified(true);
+        fml明細->select(row, u"規格"_s);
+        return true;
+    }
+    session.pickParam = text;
+    session.formulaMode = family();
+    session.amountRight = rights.金額;
+    const auto rows = pickRows(process, requisitionItemPick(), this);
+    if (rows.empty() || rows.front().value(0).trimmed().isEmpty()) return false;
+    int at = row;
+    for (const QStringList& picked : rows) {
+        if (at > document.depth) break;
+        RequisitionLine line = lineOfItemPick(picked, family());
+        if (at == row) {
+            const RequisitionLine here = lineAt(row);
+            line.數量 = here.數量;
+            line.已采購數 = here.已采購數;
+        }
+        putLine(at, line);
+        fml明細->countRow(at);
+        at = fml明細->lineCount() + 1;
+    }
+    markModified(true);
+    fml明細->select(std::min(at - 1, document.depth), u"規格"_s);
+    showStock();
+    return true;
+}
+
+bool frm申購作業系統::resolveCode(int row, const QString& code) {
+    std::optional<RequisitionItem> item;
+    guarded(session, u"取得原料資料錯誤"_s, [&] {
+        Connection connection(session.pool, session.connectionString);
+        item = findRequisitionItem(connection, family(), code);
+    });
+    if (!item) return false;
+    RequisitionLine line = lineAt(row);
+    const RequisitionLine found = lineOfItemPick({item->code, item->name, item->規格, item->庫存, item->單位}, family());
+    line.原料代號 = found.原料代號;
+    line.原料名稱 = found.原料名稱;
+    line.規格 = found.規格;
+    line.單位 = found.單位;
+    putLine(row, line);
+    fml明細->countRow(row);
+    showStock();
+    return true;
+}
+
+void frm申購作業系統::showStock() {
+    if (!isActivated()) return;
+    const QString code = fml明細->text(fml明細->currentRow(), u"原料代號"_s).trimmed();
+    std::optional<RequisitionItem> item;
+    if (!code.isEmpty())
+        guarded(session, u"取得庫存資料錯誤"_s, [&] {
+            Connection connection(session.pool, session.connectionString);
+            item = findRequisitionItem(connection, family(), code);
+        });
+    label(this, u"lbl庫存數"_s)->setText(item ? formatAmount(item->庫存) + u' ' + item->單位 : QString());
+    label(this, u"lbl安全庫存"_s)->setText(!item ? QString() : item->安全庫存.isEmpty() ? u"<未設置>"_s : formatAmount(item->安全庫存));
+}
+
+// ---- saving ----
+
+RequisitionHeader frm申購作業系統::headerOnScreen() const {
+    RequisitionHeader header;
+    for (const Binding& binding : bindings())
+        header.*binding.member = controlText(findChild<QWidget*>(binding.control)).trimmed();
+    header.審單 = approvalMark();
+    header.審單人 = approvalPerson();
+    header.審單日期 = approvalDate();
+    return header;
+}
+
+bool frm申購作業系統::check() {
+    if (validDate8(entry(this, u"txt申購日期"_s)->text()) != 0 || entry(this, u"txt申購日期"_s)->text().isEmpty())
+        return showFinding({u"錯誤"_s, u"「申購日期」日期輸入錯誤!"_s, u"txt申購日期"_s});
+    if (validDate8(entry(this, u"txt需求日期"_s)->text()) != 0)
+        return showFinding({u"錯誤"_s, u"「需求日期」日期輸入錯誤!"_s, u"txt需求日期"_s});
+    return true;
+}
+
+void frm申購作業系統::saveAs(const QString& parameter) {
+    const bool isNew = mode() == ModeAdd;
+    const bool approving = parameter == document.approval.saveParameter;
+    if (!isNew && !rights.修改) return refuse();
+    fml明細->endEdit();
+    if (!check()) return;
+    if (session.approvalParam == u"Y" && approvalMark() == u"Y" && isApproved && !approving) {
+        session.messages.warn(u"提示"_s, u"該單已審單,不允許修改"_s);
+        return;
+    }
+    if (const auto finding = checkRequisitionLines(linesOnScreen())) {
+        showFinding(*finding);
+        return;
+    }
+    if (label(this, u"lbl經辦人名稱"_s)->text().isEmpty()) entry(this, u"txt經辦人代號"_s)->showText(QString());
+    if (!isNew && !approving && !session.messages.ask(u"詢問"_s, u"確定更新此筆資料?"_s)) return;
+    if (isNew && !drawNumber(requisitionNumbers())) return;
+    RequisitionSave save{headerOnScreen(), linesOnScreen(), isNew, lastDocumentNumber, loadedStamp,
+                         rights.審單 || rights.批轉, false};
+    const bool written = runSave(isNew, u"申購單號重複!"_s, true, [&](bool overwrite) {
+        save.overwrite = overwrite;
+        return saveRequisition(session, save);
+    });
+    if (!written) return;
+    lastDocumentNumber = save.header.申購單號;
+    isApproved = save.header.審單 == u"Y";
+    finishSave(save.header.申購單號, isNew, u"資料儲存完畢!"_s);
+}
+
+void frm申購作業系統::deleteRecord() {
+    deleteDocument(lastDocumentNumber, [this] { deleteRequisition(session, lastDocumentNumber); });
+}
+
+void frm申購作業系統::approve() {
+    if (label(this, u"lbl經辦人名稱"_s)->text().trimmed().isEmpty()) {
+        session.messages.warn(u"提示"_s, u"請選擇經辦人代號,名稱!"_s);
+        return;
+    }
+    approvalStep({}, [this] { saveAs(document.approval.saveParameter); });
+}
+
+} // namespace liaowu

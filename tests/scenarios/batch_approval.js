@@ -1,0 +1,64 @@
+// Batch approval: who may, what is listed, marking, the lines of a document, the copy to the second database.
+clock("2025-01-15 08:30:00");
+const denied = launch({ function: "物料採購作業", user: "採購甲" });
+check(!denied.visible("toolbar:整批審單"), "the key is shown to who holds the right only");
+
+const second = stage.workFolder() + "/second.db";
+equal(stage.run("liaowu-db", ["create", second]), 0, "a second database");
+const target = "Provider=SQLite;Data Source=" + second;
+
+db.execute("update 採購資料 set 審單='N',轉稅='',審單人='',審單日期='' where 採購日期>='20250108'");
+const open = db.query("select 採購單號 from 採購資料 where 審單<>'Y' and 採購日期 between '20250108' and '20250115' order by 採購單號")
+    .map(r => r["採購單號"]);
+check(open.length >= 4, "there are orders to approve");
+db.execute("update 採購資料 set 轉稅='1' where 採購單號 in ('" + open[0] + "','" + open[2] + "')");
+db.execute("update 採購資料 set 審單=null where 採購單號='" + open[3] + "'");
+
+const s = launch({ function: "物料採購作業", user: "主管甲", other: target });
+s.toolbar("整批審單");
+equal(s.mode, "批審", "the batch page");
+equal([s.get("txt訂單日期1"), s.get("txt訂單日期2"), s.get("txt客戶單號2"), s.get("txt客戶單號4")],
+    ["20250108", "20250115", "", "zzzzzzzz"], "its boxes");
+const g = s.grid("fml整批審單");
+equal(g.lineCount, open.length - 1, "a document whose mark is null is not listed");
+equal(s.status(2), String(open.length - 1), "the count is told");
+equal(g.titles, ["採購單號", "廠商代號", "廠商簡稱", "採購日期", "採購人員代號", "採購員", "幣別", "備注", "審單"], "columns");
+check(s.enabled("toolbar:save") && !s.enabled("toolbar:del") && !s.enabled("toolbar:next") && !s.enabled("toolbar:審單"), "keys of the page");
+
+g.enter(2, "廠商代號");
+g.enter(1, "採購單號");
+check(s.visible("pic訂單明細"), "the lines of the document come up");
+equal(s.grid("fmlDetail").lineCount, db.query("select * from 採購明細資料 where 採購單號='" + open[0] + "'").length, "all of them");
+screenshot("out/batch.png");
+
+g.type(1, "審單", "yx");
+equal(g.cell(1, "審單"), "N", "only capitals are taken as they are typed");
+s.click("scmd審單");
+equal(g.cell(g.lineCount, "審單"), "Y", "all are marked");
+s.click("scmd審單");
+equal(g.cell(1, "審單"), "N", "and unmarked");
+g.doubleClick(1, "審單");
+g.doubleClick(2, "審單");
+equal([g.cell(1, "審單"), g.cell(2, "審單"), g.cell(3, "審單")], ["Y", "Y", "N"], "a double click flips the mark");
+s.press("F8");
+const stored = n => db.query("select 審單,審單人,審單日期 from 採購資料 where 採購單號='" + n + "'")[0];
+equal(stored(open[0]), { "審單": "Y", "審單人": "吳國棟", "審單日期": "20250115" }, "approved");
+equal(stored(open[1])["審單"], "Y", "approved without a copy");
+equal(stored(open[2])["審單"], "N", "a row left at N is not touched");
+equal(g.lineCount, open.length - 3, "the list is read again");
+
+const there = db.at(target);
+equal(there.query("select 採購單號 from 採購資料").map(r => r["採購單號"]), [open[0]], "only the marked one is copied");
+const columns = "select * from 採購明細資料 where 採購單號='" + open[0] + "' order by 序";
+equal(there.query(columns), db.query(columns), "its lines field by field");
+
+// A copy that fails leaves the approval standing.
+there.execute("drop table 採購明細資料");
+g.doubleClick(1, "審單");
+onMessage("回填批審錯誤", "*");
+s.press("F8");
+equal(stored(open[2])["審單"], "Y", "the approval stays");
+equal(there.query("select 採購單號 from 採購資料").length, 1, "nothing half copied");
+s.toolbar("edit");
+equal(s.mode, "修改", "back to the document");
+messages();
