@@ -18,17 +18,26 @@ NumberSeries issueNumbers() {
     return {u"原料領料資料"_s, u"領料單號"_s, u"0001"_s, {}, {}, {}, u"取得領料單號流水號錯誤"_s};
 }
 NumberSeries receiptNumbers() {
-    return {u"原料入庫資料"_s, u"入庫單號"_s, u"0001"_s, {}, u"%"_s, u" and 單別 not like'%退%'"_s, u"取得入庫單號流水號錯誤"_s};
+    // A return that was made on the receipt screen bears a number of this series.
+    return {u"原料入庫資料"_s,
+            u"入庫單號"_s,
+            u"0001"_s,
+            {},
+            u"%"_s,
+            u" and (單別 not like'%退%' or 入庫單號 not like '%T%')"_s,
+            u"取得入庫單號流水號錯誤"_s};
 }
 NumberSeries returnNumbers() {
-    return {u"原料入庫資料"_s, u"入庫單號"_s, u"0001"_s, u"T"_s, u"%"_s, u" and 單別 like'%退%'"_s, u"取得退貨單號流水號錯誤"_s};
+    return {u"原料入庫資料"_s,          u"入庫單號"_s, u"0001"_s, u"T"_s, u"%"_s, u" and 單別 like'%退%'"_s,
+            u"取得退貨單號流水號錯誤"_s};
 }
 
 QString nextDocumentNumber(Connection& connection, const NumberSeries& series) {
     const QString prefix = serverTime(connection, 3) + series.infix;
-    const Recordset last = select(connection, sql(u"select top 1 [{}] from [{}] where [{}] like '{}{}%'", series.key,
-                                                  series.table, series.key, series.patternHead, prefix) +
-                                                  readyMadeSql(series.condition) + sql(u" order by [{}] desc", series.key));
+    const Recordset last =
+        select(connection, sql(u"select top 1 [{}] from [{}] where [{}] like '{}{}%'", series.key,
+                               series.table, series.key, series.patternHead, prefix) +
+                               readyMadeSql(series.condition) + sql(u" order by [{}] desc", series.key));
     return last.RecordCount() > 0 ? nextCode(last.text(series.key).trimmed()) : prefix + series.firstRunning;
 }
 

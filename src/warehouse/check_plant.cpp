@@ -1,4 +1,5 @@
 #include "warehouse/check_plant.h"
+#include "common/own_tables.h"
 #include "data/number_text.h"
 #include "data/recordset.h"
 #include <QHash>
@@ -34,16 +35,6 @@ QString joined(const QStringList& parts) {
 /// Sums of many decimals drift in their last bits.
 bool same(double left, double right) {
     return std::abs(left - right) <= 1e-6 * std::max({1.0, std::abs(left), std::abs(right)});
-}
-
-bool hasTable(Connection& connection, const QString& table) {
-    try {
-        select(connection, sql(u"select top 1 * from [{}]", table));
-        return true;
-    } catch (const DatabaseError& error) {
-        if (error.nativeError == DatabaseError::InvalidObject) return false;
-        throw;
-    }
 }
 
 /// A sum under a folded key, with the key as people wrote it.
