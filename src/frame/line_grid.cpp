@@ -32,11 +32,6 @@ public:
         grid->editor = field;
         return field;
     }
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        // Where the keys go is shown in one place: without the focus the row's band is enough.
-        if (!grid->hasFocus() && !grid->list->isVisible()) option->state &= ~QStyle::State_Selected;
-    }
     void setEditorData(QWidget* widget, const QModelIndex& index) const override {
         static_cast<EntryField*>(widget)->setText(index.data(Qt::EditRole).toString());
     }

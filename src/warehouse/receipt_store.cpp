@@ -174,7 +174,7 @@ std::optional<SaveConflict> checkStored(Connection& connection, ReceiptSave& sav
         select(connection, sql(u"select * from [原料入庫資料] where 入庫單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"入庫單 %1 已由其他使用者刪除!"_s.arg(number));
     stored = headerOf(row);
-    const auto conflict = changedSince(row, u"審核"_s, save.loadedStamp);
+    const auto conflict = storedStamp(row, u"審核"_s).since(save.loadedStamp);
     if (!conflict) return std::nullopt;
     if (!save.overwrite) return conflict;
     save.saved = readLines(connection, number, true);
@@ -197,7 +197,7 @@ std::optional<ReceiptDocument> loadReceipt(Connection& connection, const QString
     if (row.RecordCount() == 0) return std::nullopt;
     ReceiptDocument document{headerOf(row), readLines(connection, number, canSeePrice), {}};
     document.header.廠商簡稱 = row.text(u"廠商簡稱").trimmed();
-    document.stamp = documentStamp(document.header.修改時間, document.header.審核);
+    document.stamp = storedStamp(row, u"審核"_s).text();
     return document;
 }
 
@@ -255,7 +255,7 @@ void deleteReceipt(Session& session, const QString& number, const ReceiptLines& 
         select(connection, sql(u"select * from [原料入庫資料] where 入庫單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"刪除錯誤"_s, u"入庫單 %1 已由其他使用者刪除!"_s.arg(number));
     const ReceiptHeader header = headerOf(row);
-    const bool changed = changedSince(row, u"審核"_s, loadedStamp).has_value();
+    const bool changed = storedStamp(row, u"審核"_s).since(loadedStamp).has_value();
     const ReceiptLines undone = changed ? readLines(connection, number, true) : saved;
     connection.Execute(sql(u"delete from [原料入庫資料] where 入庫單號 = '{}'", number));
     connection.Execute(sql(u"delete from [原料入庫明細] where 入庫單號 = '{}'", number));
