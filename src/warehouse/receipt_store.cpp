@@ -32,11 +32,10 @@ constexpr std::array<FieldOf<ReceiptHeader>, 16> headerColumns{{
     {u"檢驗單號", &ReceiptHeader::檢驗單號},
     {u"合計", &ReceiptHeader::合計},
 }};
-constexpr std::array<FieldOf<ReceiptHeader>, 4> readColumns{{
+constexpr std::array<FieldOf<ReceiptHeader>, 3> readColumns{{
     {u"審核", &ReceiptHeader::審核},
     {u"審核人", &ReceiptHeader::審核人},
     {u"審核日期", &ReceiptHeader::審核日期},
-    {u"修改時間", &ReceiptHeader::修改時間},
 }};
 /// The line's columns in the order of the table.
 constexpr std::array<FieldOf<ReceiptLine>, 21> lineColumns{{
@@ -174,7 +173,7 @@ std::optional<SaveConflict> checkStored(Connection& connection, ReceiptSave& sav
         select(connection, sql(u"select * from [原料入庫資料] where 入庫單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"入庫單 %1 已由其他使用者刪除!"_s.arg(number));
     stored = headerOf(row);
-    const auto conflict = changedSince(row, u"審核"_s, save.loadedStamp);
+    const auto conflict = storedStamp(row, u"審核"_s).since(save.loadedStamp);
     if (!conflict) return std::nullopt;
     if (!save.overwrite) return conflict;
     save.saved = readLines(connection, number, true);
@@ -197,7 +196,7 @@ std::optional<ReceiptDocument> loadReceipt(Connection& connection, const QString
     if (row.RecordCount() == 0) return std::nullopt;
     ReceiptDocument document{headerOf(row), readLines(connection, number, canSeePrice), {}};
     document.header.廠商簡稱 = row.text(u"廠商簡稱").trimmed();
-    document.stamp = documentStamp(document.header.修改時間, document.header.審核);
+    document.stamp = storedStamp(row, u"審核"_s).text();
     return document;
 }
 
@@ -242,7 +241,12 @@ std::optional<SaveConflict> saveReceipt(Session& session, ReceiptSave& save) {
     if (withBins) postReceiptBins(connection, binsOf(stored, undone), binsOf(save.header, lines));
     if (save.header.審核 == u"Y") confirmInspection(connection, save.header.檢驗單號, u"Y"_s);
     transaction.commit();
-    if (!save.isNew) save.header.修改時間 = now;
+    DocumentStamp written{{}, {}, save.header.審核};
+    if (!save.isNew) {
+        written.修改人 = session.salesmanName.trimmed();
+        written.修改時間 = now;
+    }
+    save.loadedStamp = written.text();
     return std::nullopt;
 }
 
@@ -255,7 +259,7 @@ void deleteReceipt(Session& session, const QString& number, const ReceiptLines& 
         select(connection, sql(u"select * from [原料入庫資料] where 入庫單號 = '{}'", number));
     if (row.RecordCount() == 0) throw Refusal(u"刪除錯誤"_s, u"入庫單 %1 已由其他使用者刪除!"_s.arg(number));
     const ReceiptHeader header = headerOf(row);
-    const bool changed = changedSince(row, u"審核"_s, loadedStamp).has_value();
+    const bool changed = storedStamp(row, u"審核"_s).since(loadedStamp).has_value();
     const ReceiptLines undone = changed ? readLines(connection, number, true) : saved;
     connection.Execute(sql(u"delete from [原料入庫資料] where 入庫單號 = '{}'", number));
     connection.Execute(sql(u"delete from [原料入庫明細] where 入庫單號 = '{}'", number));
