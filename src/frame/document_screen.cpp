@@ -149,8 +149,9 @@ bool DocumentScreen::showFinding(const Finding& finding) {
     if (!finding.control.isEmpty()) {
         entry(this, finding.control)->setFocus(Qt::OtherFocusReason);
     } else {
+        // As by Tab, so that the cell offers its list.
         fml明細->select(finding.row, finding.column);
-        fml明細->setFocus(Qt::OtherFocusReason);
+        fml明細->setFocus(Qt::TabFocusReason);
     }
     return false;
 }

@@ -38,6 +38,13 @@ public:
     void setModelData(QWidget* widget, QAbstractItemModel*, const QModelIndex& index) const override {
         grid->commit(index.row() + 1, index.column(), static_cast<EntryField*>(widget)->text(), false);
     }
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        // The cell that keys would reach, or reached last: only the first looks like a focus.
+        if (grid->isAncestorOf(QApplication::focusWidget()) || grid->hasFocus()) return;
+        option->palette.setColor(QPalette::Highlight, QColor(0xd5, 0xdd, 0xe6));
+        option->palette.setColor(QPalette::HighlightedText, QColor(0x1f, 0x2d, 0x3d));
+    }
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* field = qobject_cast<EntryField*>(watched);
         if (!field || event->type() != QEvent::KeyPress) return QStyledItemDelegate::eventFilter(watched, event);
@@ -86,6 +93,7 @@ LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QT
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumWidth(34);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
     // On whichever way an editor closes, it is no longer open.
     connect(itemDelegate(), &QAbstractItemDelegate::closeEditor, this, [this] { editor = nullptr; });
     list->setObjectName(name + u"清單"_s);
@@ -393,6 +401,13 @@ void LineGrid::enterCell() {
     if (!currentIndex().isValid()) return;
     if (events.entered) events.entered(currentRow(), currentTitle());
     if (hasFocus() && !editor && events.list) placeList(events.list(currentRow(), currentTitle()));
+}
+
+void LineGrid::mouseReleaseEvent(QMouseEvent* event) {
+    QTableView::mouseReleaseEvent(event);
+    // A click on the cell one stands on offers its list again.
+    const bool here = event->button() == Qt::LeftButton && indexAt(event->pos()) == currentIndex();
+    if (here && !list->isVisible() && selectionModel()->selectedIndexes().size() == 1) enterCell();
 }
 
 void LineGrid::wheelEvent(QWheelEvent* event) {

@@ -38,7 +38,7 @@ struct ColumnRow {
 
 /// Width in twips, limit in Big5 bytes, filter mode; Entry marks where Enter stops.
 constexpr ColumnRow columns[] = {
-    {u"申購單號", 1150, 0, 0, Typed | Pick},
+    {u"申購單號", 1350, 0, 0, Typed | Pick},
     {u"工單單號", 1050, 0, 0, Typed | Pick | Upper},
     {u"客戶代號", 0, 0, 0, 0},
     {u"客戶", 1000, 0, 0, 0},

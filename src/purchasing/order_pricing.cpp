@@ -94,8 +94,9 @@ void updateOpenQuantity(OrderLine& line) {
 
 PriceFound latestHistoryPrice(Connection& connection, const QString& vendor, const QString& code) {
     const Recordset row =
-        select(connection, sql(u"select top 1 類別,貨品代號,添加日期,單價,幣別,廠商代號,廠商簡稱 from 歷史單價記錄 where 廠商代號 like '{}'and "
-                               u"貨品代號 like '{}' order by 添加日期  desc ",
+        select(connection, sql(u"select top 1 類別,貨品代號,添加日期,單價,幣別,廠商代號,廠商簡稱 from "
+                               u"歷史單價記錄 where 廠商代號 = '{}'and "
+                               u"貨品代號 = '{}' order by 添加日期  desc ",
                                vendor, code));
     if (row.RecordCount() == 0) return {};
     return {val(row.text(u"單價")), row.text(u"幣別").trimmed()};

@@ -184,12 +184,12 @@ SearchSpec orderSearch(Session& session, bool canSeePrice) {
         ++i;
     }
     spec.checks = {{u"Chk查詢廠商"_s, u"未選廠商"_s}, {u"chk查詢審單"_s, u"未審單"_s}};
-    spec.defaultTo = today8(session);
-    spec.defaultFrom = thirtyDaysAgo(session).left(6) + u"01"_s;
+    spec.defaultDates = [&session] { return sinceLastMonth(session); };
     spec.statement = [&session, canSeePrice](const SearchInput& input) {
         return orderSearchStatement(session, input, canSeePrice, today8(session));
     };
-    spec.widths = {{u"H採購單號"_s, 0}};
+    spec.widths = {{u"採購單號"_s, 90},  {u"供應商"_s, 130}, {u"原料代號"_s, 100}, {u"原料名稱"_s, 210}, {u"規格"_s, 140},
+                   {u"數量"_s, 90},      {u"單價"_s, 90},    {u"小計"_s, 110},     {u"客戶料號"_s, 130}, {u"H採購單號"_s, 0}};
     return spec;
 }
 

@@ -155,8 +155,6 @@ void frm採購作業系統::putTotal(const QString& total) {
     entry(this, u"txt合計備用"_s)->setText(total);
     entry(this, u"txt合計"_s)->setText(canSeePrice ? total : MaskedMoney);
     label(this, u"lbl合計金額"_s)->setText(canSeePrice ? format(val(total), u"###,###,##0.00") : MaskedMoney);
-    const QString currency = combo(this, u"cbo幣別"_s)->currentText();
-    label(this, u"lbl合計"_s)->setText(currency.isEmpty() ? u"合計:"_s : u"合計 (%1):"_s.arg(currency));
 }
 
 void frm採購作業系統::priceLine(Connection& connection, OrderLine& line, const PriceFound& master) {

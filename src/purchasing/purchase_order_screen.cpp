@@ -60,7 +60,12 @@ frm採購作業系統::frm採購作業系統(Process& on)
     check(this, u"chk稅"_s)->setEnabled(false);
 }
 
-void frm採購作業系統::buildFooter() { buildOrderFooter(footer(), this); }
+void frm採購作業系統::buildFooter() {
+    buildOrderFooter(footer(), this);
+    connect(combo(this, u"cbo幣別"_s), &QComboBox::currentTextChanged, this, [this](const QString& currency) {
+        label(this, u"lbl合計"_s)->setText(currency.isEmpty() ? u"合計:"_s : u"合計 (%1):"_s.arg(currency));
+    });
+}
 
 void frm採購作業系統::buildPanels() {
     notesPanel = buildNotesPanel(recordPage());

@@ -44,7 +44,7 @@ g.type(2, "備註", "第二行");
 fault("第1行明細「原料代號及名稱」不能為空!", "row by row");
 g.type(1, "內部品名", "自訂紙板");
 fault("第1行明細「單位」不能為空!", "a name without a code will do; then the unit");
-equal(at(), ["fml明細", 1, "單位"], "chosen");
+equal(at(), ["fml明細清單", 1, "單位"], "chosen, with its list open");
 g.type(1, "單位", "㎡");
 g.type(1, "走紙才", "0");
 fault("第1行明細「走紙才」不能為零!", "then the sheets across");
