@@ -60,6 +60,12 @@ QString daysAgo(Session& session, int days) { return date8(serverDate(session).a
 
 QString thirtyDaysAgo(Session& session) { return daysAgo(session, 30); }
 
+std::pair<QString, QString> sinceLastMonth(Session& session) {
+    const QDate today = serverDate(session);
+    if (!today.isValid()) return {};
+    return {date8(today.addDays(-30)).left(6) + u"01"_s, date8(today)};
+}
+
 QString monthsAgo(Session& session, int months) { return daysAgo(session, 30 * months); }
 
 QString localDaysAgo(Session& session, int unit, int n) {

@@ -14,6 +14,9 @@ QString serverTime(Session& session, int mode);
 QString today8(Session& session);
 /// The server's date minus 30 days, YYYYMMDD.
 QString thirtyDaysAgo(Session& session);
+/// The dates that a search starts with: the first day of the month in which the date 30 days ago lies, and today. Empty
+/// texts, after the message, when the server's clock could not be read.
+std::pair<QString, QString> sinceLastMonth(Session& session);
 /// The server's date minus 30 × `months` days, YYYYMMDD.
 QString monthsAgo(Session& session, int months);
 /// Today minus `days` by the server's clock, YYYYMMDD.

@@ -84,18 +84,17 @@ void SearchPage::buildPanel() {
     dates = new QWidget(panel);
     auto* dateLine = new QHBoxLayout(dates);
     dateLine->setContentsMargins(0, 0, 0, 0);
-    const auto dateBox = [&](int index, const QString& caption, const QString& value) {
+    const auto dateBox = [&](int index, const QString& caption) {
         dateLine->addWidget(new QLabel(caption, dates));
         auto* box = new EntryField(u"txt查詢內容(%1)"_s.arg(index), dates);
         box->setFixedWidth(90);
         box->filterMode = 1;
         box->setMaxLength(8);
-        box->showText(value);
         dateLine->addWidget(box);
         return box;
     };
-    from = dateBox(2, u"起始日期:"_s, spec.defaultFrom);
-    to = dateBox(3, u"結束日期:"_s, spec.defaultTo);
+    from = dateBox(2, u"起始日期:"_s);
+    to = dateBox(3, u"結束日期:"_s);
     inputs->addWidget(dates);
     for (const SearchCheck& declared : spec.checks) {
         auto* box = new QCheckBox(declared.caption, panel);
@@ -178,8 +177,17 @@ SearchInput SearchPage::input() const {
     return result;
 }
 
+void SearchPage::fillDates() {
+    if (datesKnown || !spec.defaultDates) return;
+    const auto [first, last] = spec.defaultDates();
+    datesKnown = !last.isEmpty();
+    from->showText(first);
+    to->showText(last);
+}
+
 void SearchPage::open(bool afresh) {
     showPanel(false);
+    fillDates();
     if (afresh && !spec.conditions.empty()) {
         rememberTexts();
         searchOption = 0;

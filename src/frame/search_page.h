@@ -36,6 +36,7 @@ private:
     void showPanel(bool shown);
     void chooseOption(int option);
     void run();
+    void fillDates();
     void rememberTexts();
     void choose(int row);
     SearchInput input() const;
@@ -52,7 +53,8 @@ private:
     QWidget* dates;
     QPushButton *toPanel, *toRecord, *toBack;
     int searchOption = 0;
-    QStringList kept; ///< what each option's box held
+    QStringList kept;        ///< what each option's box held
+    bool datesKnown = false; ///< the date boxes were filled once
 };
 
 } // namespace liaowu

@@ -33,7 +33,8 @@ struct SearchCheck {
 struct SearchSpec {
     std::vector<SearchCondition> conditions;
     std::vector<SearchCheck> checks;
-    QString defaultFrom, defaultTo;
+    /// First and last day that the date boxes start with, eight digits; empty texts when they could not be read.
+    std::function<std::pair<QString, QString>()> defaultDates;
     /// The whole statement; its last column is a hidden copy of the key.
     std::function<SqlText(const SearchInput&)> statement;
     QHash<QString, int> widths; ///< by column title, in pixels; 0 hides

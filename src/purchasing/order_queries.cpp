@@ -184,8 +184,7 @@ SearchSpec orderSearch(Session& session, bool canSeePrice) {
         ++i;
     }
     spec.checks = {{u"Chk查詢廠商"_s, u"未選廠商"_s}, {u"chk查詢審單"_s, u"未審單"_s}};
-    spec.defaultTo = today8(session);
-    spec.defaultFrom = thirtyDaysAgo(session).left(6) + u"01"_s;
+    spec.defaultDates = [&session] { return sinceLastMonth(session); };
     spec.statement = [&session, canSeePrice](const SearchInput& input) {
         return orderSearchStatement(session, input, canSeePrice, today8(session));
     };

@@ -75,8 +75,7 @@ SearchSpec requisitionSearch(Session& session) {
         spec.conditions.push_back({caption, caption + u':'});
     }
     spec.checks = {{u"chk查詢未審單"_s, u"未審單"_s}, {u"chk查詢審單"_s, u"審單"_s}};
-    spec.defaultTo = today8(session);
-    spec.defaultFrom = thirtyDaysAgo(session).left(6) + u"01"_s;
+    spec.defaultDates = [&session] { return sinceLastMonth(session); };
     spec.statement = requisitionSearchStatement;
     spec.widths = {{u"H申購單號"_s, 0}};
     return spec;

@@ -217,9 +217,11 @@ SearchSpec receiptSearch(Session& session, bool canSeePrice) {
     overdue.defaultText = u"7"_s;
     overdue.withDates = false;
     spec.checks = {{u"chk查詢審單"_s, u"未審核"_s}};
-    const QString today = today8(session);
-    spec.defaultFrom = today.left(6) + u"01"_s;
-    spec.defaultTo = lastDayOfMonth(today);
+    spec.defaultDates = [&session]() -> std::pair<QString, QString> {
+        const QString today = today8(session);
+        if (today.isEmpty()) return {};
+        return {today.left(6) + u"01"_s, lastDayOfMonth(today)};
+    };
     spec.statement = [&session, canSeePrice](const SearchInput& input) {
         return receiptSearchStatement(session, input, canSeePrice, today8(session));
     };
