@@ -8,6 +8,7 @@
 #include "purchasing/price_history_window.h"
 #include "purchasing/purchase_order_screen.h"
 #include "purchasing/requisition_screen.h"
+#include "warehouse/receipt_screen.h"
 
 namespace liaowu {
 
@@ -19,6 +20,7 @@ void registerEverything(Process& process) {
     registerPurchaseOrderScreen(process);
     registerPriceHistory(process);
     registerRequisitionScreen(process);
+    registerReceiptScreen(process);
 }
 
 namespace {

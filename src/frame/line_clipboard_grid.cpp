@@ -105,17 +105,28 @@ void LineGrid::pasteBlock(const QString& text) {
             break;
         }
         int column = firstColumn;
+        bool brought = false;
         for (const QString& cell : block[i]) {
             while (column < model_.columnCount() && isColumnHidden(column)) ++column;
             if (column >= model_.columnCount()) break;
             const LineColumn& declared = model_.columns()[static_cast<size_t>(column)];
             const QString raw = cell.trimmed();
             const QString value = acceptedText(raw, declared.filter, declared.upper);
+            // What a code has just filled in is not wiped by the empty cells behind it.
+            if (raw.isEmpty() && brought) {
+                ++taken;
+                ++column;
+                continue;
+            }
             bool good = mayType(model_.index(row - 1, column));
             if (good && declared.filter > 0) good = fitsFilter(raw, value, declared.filter);
             if (good && declared.pick && events.resolve && !value.isEmpty()) {
                 good = events.resolve(row, declared.title, value);
-                if (good) countRow(row);
+                if (good) {
+                    brought = true;
+                    countRow(row);
+                    if (events.modified) events.modified();
+                }
             } else if (good) {
                 good = commit(row, column, value, true);
             }
@@ -128,7 +139,8 @@ void LineGrid::pasteBlock(const QString& text) {
             ++column;
         }
     }
-    if (events.modified) events.modified();
+    // The line under the cursor may be another one now.
+    Q_EMIT selectionMoved();
     QString told = u"已貼上 %1 格"_s.arg(taken);
     if (faults > 0) told += u",%1 格有誤(紅底)"_s.arg(faults);
     if (left > 0) told += u",%1 列未貼上"_s.arg(left);

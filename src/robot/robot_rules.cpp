@@ -5,6 +5,7 @@
 #include "formula/calculator.h"
 #include "formula/evaluator.h"
 #include "robot/robot_stage.h"
+#include "warehouse/month_guard.h"
 #include <QHash>
 
 namespace liaowu::robot {
@@ -61,6 +62,8 @@ const QHash<QString, Rule>& rules() {
              Connection connection(s.pool, s.connectionString);
              return QJSValue(materialSizes(connection, a.text(0), a.text(1)));
          }},
+        {u"isMonthClosed"_s,
+         [](auto&, auto& s, auto& a) { return QJSValue(isMonthClosed(s, a.text(0), a.text(1))); }},
     };
     return table;
 }

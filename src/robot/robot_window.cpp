@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QJSEngine>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +14,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace liaowu::robot {
 
@@ -217,27 +219,39 @@ void WindowHandle::resize(int width, int height) {
     attempt([&] { window->resize(width, height); });
 }
 
+namespace {
+
+/// What a list or table lets the eye reach by scrolling: titles, cells and their tips, hidden columns left out.
+void addTexts(const QAbstractItemView* view, QStringList& texts) {
+    const QAbstractItemModel* model = view->model();
+    if (!model || qobject_cast<const QHeaderView*>(view)) return;
+    const auto* table = qobject_cast<const QTableView*>(view);
+    for (int c = 0; c < model->columnCount(); ++c) {
+        if (table && table->isColumnHidden(c)) continue;
+        texts << model->headerData(c, Qt::Horizontal).toString()
+              << model->headerData(c, Qt::Horizontal, Qt::ToolTipRole).toString();
+        for (int r = 0; r < model->rowCount(); ++r)
+            for (const int role : {Qt::DisplayRole, Qt::ToolTipRole})
+                texts << model->index(r, c).data(role).toString();
+    }
+}
+
+} // namespace
+
 QStringList WindowHandle::visibleTexts() {
     QStringList texts;
     if (!alive()) return texts;
-    texts << window->windowTitle();
+    texts << window->windowTitle() << QToolTip::text();
     for (QWidget* child : window->findChildren<QWidget*>()) {
         if (!child->isVisible()) continue;
-        const QString text = controlText(child);
-        if (!text.isEmpty()) texts << text;
-        if (!child->toolTip().isEmpty()) texts << child->toolTip();
-        auto* view = qobject_cast<QTableView*>(child);
-        if (!view || !view->model()) continue;
-        for (int r = 0; r < view->model()->rowCount(); ++r)
-            for (int c = 0; c < view->model()->columnCount(); ++c) {
-                if (view->isColumnHidden(c)) continue;
-                const QModelIndex cell = view->model()->index(r, c);
-                const QString shown = cell.data(Qt::DisplayRole).toString();
-                if (!shown.isEmpty()) texts << shown;
-                const QString tip = cell.data(Qt::ToolTipRole).toString();
-                if (!tip.isEmpty()) texts << tip;
-            }
+        texts << controlText(child) << child->toolTip() << child->statusTip();
+        if (auto* field = qobject_cast<QLineEdit*>(child)) texts << field->placeholderText();
+        if (auto* choices = qobject_cast<QComboBox*>(child))
+            for (int i = 0; i < choices->count(); ++i)
+                texts << choices->itemText(i);
+        if (auto* view = qobject_cast<QAbstractItemView*>(child)) addTexts(view, texts);
     }
+    texts.removeAll(QString());
     return texts;
 }
 

@@ -10,7 +10,6 @@ struct ReceiptHeader {
     QString 入庫單號, 類別, 入庫日期, 經辦代號, 經辦名稱, 廠商代號, 採購單號, 備註, 單別, 幣別, 廠商單號,
         付款年月, 倉別, 對帳日期, 檢驗單號, 合計, 審核, 審核人, 審核日期;
     QString 廠商簡稱; ///< read with the vendor, not stored
-    QString 修改時間; ///< as loaded: tells whether somebody else has saved since
 };
 
 /// A line of a receipt, as 原料入庫明細 holds it and the grid shows it. 單價 and 小計 hold what is visible (six asterisks

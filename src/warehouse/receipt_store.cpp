@@ -32,11 +32,10 @@ constexpr std::array<FieldOf<ReceiptHeader>, 16> headerColumns{{
     {u"檢驗單號", &ReceiptHeader::檢驗單號},
     {u"合計", &ReceiptHeader::合計},
 }};
-constexpr std::array<FieldOf<ReceiptHeader>, 4> readColumns{{
+constexpr std::array<FieldOf<ReceiptHeader>, 3> readColumns{{
     {u"審核", &ReceiptHeader::審核},
     {u"審核人", &ReceiptHeader::審核人},
     {u"審核日期", &ReceiptHeader::審核日期},
-    {u"修改時間", &ReceiptHeader::修改時間},
 }};
 /// The line's columns in the order of the table.
 constexpr std::array<FieldOf<ReceiptLine>, 21> lineColumns{{
@@ -242,7 +241,12 @@ std::optional<SaveConflict> saveReceipt(Session& session, ReceiptSave& save) {
     if (withBins) postReceiptBins(connection, binsOf(stored, undone), binsOf(save.header, lines));
     if (save.header.審核 == u"Y") confirmInspection(connection, save.header.檢驗單號, u"Y"_s);
     transaction.commit();
-    if (!save.isNew) save.header.修改時間 = now;
+    DocumentStamp written{{}, {}, save.header.審核};
+    if (!save.isNew) {
+        written.修改人 = session.salesmanName.trimmed();
+        written.修改時間 = now;
+    }
+    save.loadedStamp = written.text();
     return std::nullopt;
 }
 

@@ -24,7 +24,7 @@ struct ReceiptSave {
     ReceiptLines saved;   ///< as last loaded or saved: what is undone before `lines` are posted
     bool isNew = false;
     QString savedNumber;
-    QString loadedStamp;
+    QString loadedStamp; ///< the version that was loaded; becomes the one that was written
     bool canSeePrice = false;
     bool mayApprove = false; ///< holds the 審核 or the 批核 right
     bool overwrite = false;  ///< write over what another user saved meanwhile
@@ -33,8 +33,8 @@ struct ReceiptSave {
 /// Writes a receipt in one transaction and posts it: undoes the saved lines, writes header and lines, posts the lines to
 /// 庫存, order lines and bins. An order line whose 已入庫數 comes out unchanged keeps its 送清. Gives a conflict, with nothing
 /// written, when the stored header was changed since it was loaded and `overwrite` is off; with it, what is undone are
-/// the stored lines. Throws `DatabaseError` and `Refusal`; then nothing is written either. Sets 審核日期 and 修改時間 of
-/// the header as written.
+/// the stored lines. Throws `DatabaseError` and `Refusal`; then nothing is written either. Sets 審核日期 of the
+/// header as written.
 std::optional<SaveConflict> saveReceipt(Session& session, ReceiptSave& save);
 
 /// Whether the stored document bears the approval mark.

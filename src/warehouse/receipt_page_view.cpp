@@ -1,0 +1,145 @@
+#include "warehouse/receipt_page_view.h"
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace liaowu {
+
+using namespace Qt::StringLiterals;
+
+const std::vector<ReceiptBinding>& receiptBindings() {
+    static const std::vector<ReceiptBinding> bindings{
+        {u"txt入庫單號"_s, &ReceiptHeader::入庫單號},   {u"txt入庫日期"_s, &ReceiptHeader::入庫日期},
+        {u"txt業務員代號"_s, &ReceiptHeader::經辦代號}, {u"lbl業務員名稱"_s, &ReceiptHeader::經辦名稱},
+        {u"txt廠商代號"_s, &ReceiptHeader::廠商代號},   {u"lbl廠商簡稱"_s, &ReceiptHeader::廠商簡稱},
+        {u"txt採購單號"_s, &ReceiptHeader::採購單號},   {u"txt備註"_s, &ReceiptHeader::備註},
+        {u"Cbo單別"_s, &ReceiptHeader::單別},           {u"cbo幣別"_s, &ReceiptHeader::幣別},
+        {u"txt廠商單號"_s, &ReceiptHeader::廠商單號},   {u"txt付款年月"_s, &ReceiptHeader::付款年月},
+        {u"Cbo倉別"_s, &ReceiptHeader::倉別},           {u"txt對帳日期"_s, &ReceiptHeader::對帳日期},
+        {u"txt檢驗單號"_s, &ReceiptHeader::檢驗單號},
+    };
+    return bindings;
+}
+
+namespace {
+
+enum : unsigned { Typed = 1, Entry = 2, Pick = 4, Upper = 8, Right = 16, Money = 32, BoardOnly = 64 };
+
+struct ColumnRow {
+    const char16_t* title;
+    int width, limit, filter;
+    unsigned flags;
+};
+
+/// Width in twips, limit in Big5 bytes, filter mode; Entry marks where Enter stops. What the order line hands over is not
+/// typed.
+constexpr ColumnRow columns[] = {
+    {u"採購單號", 1250, 30, 0, Typed | Entry | Pick | Upper},
+    {u"原料代號", 1300, 30, 0, Typed | Upper},
+    {u"原料名稱", 1700, 30, 0, Typed | Pick},
+    {u"規格", 1150, 30, 0, Typed},
+    {u"數量", 950, 15, 3, Typed | Entry | Right},
+    {u"備品", 750, 15, 3, Typed | Entry | Right},
+    {u"單價", 900, 15, 3, Typed | Entry | Right | Money},
+    {u"單位", 600, 30, 0, Typed},
+    {u"小計", 1050, 0, 0, Right | Money},
+    {u"走紙才", 700, 10, 1, Typed | Right | BoardOnly},
+    {u"單位", 600, 0, 0, 0},
+    {u"小紙數", 900, 10, 3, Typed | Right | BoardOnly},
+    {u"剖切尺寸", 1000, 30, 0, Typed | BoardOnly},
+    {u"原單價", 0, 0, 0, Money},
+    {u"原小計", 0, 0, 0, Money},
+    {u"備註", 1500, 30, 0, Typed},
+    {u"檢驗單號", 1100, 0, 0, 0},
+    {u"檢驗員", 800, 30, 0, Typed},
+    {u"檢驗", 550, 30, 0, Typed},
+    {u"報關單號", 1100, 30, 0, Typed},
+    {u"備案單號", 1100, 30, 0, Typed},
+    {u"計價公式", 2150, 0, 0, Money},
+    {u"採購序", 650, 0, 0, Right},
+};
+
+} // namespace
+
+QStringList receiptMoneyTexts() {
+    return {u"計價公式"_s};
+}
+
+DocumentSpec receiptDocumentSpec(const QString& category) {
+    using Kind = FieldSpec::Kind;
+    DocumentSpec spec;
+    spec.header = {
+        {Kind::Entry, u"txt入庫單號"_s, u"入庫單號"_s, 0, 0, 150, 30, 0, true},
+        {Kind::Entry, u"txt入庫日期"_s, u"入庫日期"_s, 0, 1, 110, 8, 1},
+        {Kind::Combo, u"Cbo單別"_s, u"單別"_s, 0, 2, 130},
+        {Kind::Combo, u"Cbo倉別"_s, u"儲位"_s, 0, 3, 130},
+        {Kind::Lookup, u"txt廠商代號"_s, u"廠商代號"_s, 1, 0, 122, 20, 0, true, u"scmd廠商代號"_s,
+         u"lbl廠商簡稱"_s},
+        {Kind::Combo, u"cbo幣別"_s, u"幣別"_s, 1, 1, 110},
+        {Kind::Entry, u"txt廠商單號"_s, u"廠商單號"_s, 1, 2, 130, 40},
+        {Kind::Entry, u"txt檢驗單號"_s, u"檢驗單號"_s, 1, 3, 130},
+        {Kind::Lookup, u"txt業務員代號"_s, u"入庫驗收"_s, 2, 0, 122, 8, 0, true, u"scmd業務員"_s,
+         u"lbl業務員名稱"_s},
+        {Kind::Lookup, u"txt採購單號"_s, u"採購單號"_s, 2, 1, 110, 30, 0, true, u"scmd採購單號"_s},
+        {Kind::Entry, u"txt付款年月"_s, u"付款年月"_s, 2, 2, 90, 6, 1},
+        {Kind::Entry, u"txt對帳日期"_s, u"對帳月份"_s, 2, 3, 90, 6, 1},
+        {Kind::Entry, u"txt備註"_s, u"備註"_s, 3, 0, 420, 200, 0, false, {}, {}, 3},
+    };
+    for (const ColumnRow& row : columns) {
+        const bool hidden = (row.flags & BoardOnly) && category == u"物料";
+        spec.lines.push_back({QString::fromUtf16(row.title), hidden ? 0 : row.width, row.limit, row.filter,
+                              bool(row.flags & Typed), bool(row.flags & Entry), bool(row.flags & Pick),
+                              bool(row.flags & Upper), bool(row.flags & Right), bool(row.flags & Money)});
+    }
+    spec.frozenTitle = u"採購單號"_s;
+    spec.approval.kind = u"復核"_s;
+    spec.approval.markField = u"txt復核"_s;
+    spec.approval.personLabels = u"txt復核項"_s;
+    spec.approval.panel = u"pic復核"_s;
+    spec.approval.approve = &UserRights::審核;
+    spec.approval.reverse = &UserRights::批核;
+    // A receipt that is approved takes a second stamp.
+    spec.approval.alreadyApproved.clear();
+    spec.approval.saveParameter = u"復核"_s;
+    spec.quickFindUnknown = u"查無此入庫單,請確認輸入單號是否正確!"_s;
+    return spec;
+}
+
+void buildReceiptFooter(QHBoxLayout* line, QWidget* owner) {
+    const auto value = [&](QHBoxLayout* into, QWidget* parent, const QString& name, const QString& caption) {
+        auto* text = new QLabel(caption, parent);
+        text->setProperty("caption", true);
+        into->addWidget(text);
+        auto* shown = new QLabel(parent);
+        shown->setObjectName(name);
+        shown->setProperty("valueLabel", true);
+        into->addWidget(shown);
+        into->addSpacing(7);
+    };
+    auto* quantities = new QWidget(owner);
+    quantities->setObjectName(u"pic數量"_s);
+    auto* inner = new QHBoxLayout(quantities);
+    inner->setContentsMargins(6, 0, 0, 0);
+    inner->setSpacing(5);
+    value(inner, quantities, u"lbl應入數"_s, u"應入數"_s);
+    value(inner, quantities, u"lbl未入數"_s, u"未入數"_s);
+    quantities->hide();
+    line->addWidget(quantities);
+    value(line, owner, u"lbl庫存"_s, u"庫存"_s);
+    line->addStretch(1);
+    auto* caption = new QLabel(u"合計:"_s, owner);
+    caption->setObjectName(u"lbl合計"_s);
+    caption->setProperty("caption", true);
+    line->addWidget(caption);
+    auto* total = new EntryField(u"txt合計"_s, owner);
+    total->filterMode = 3;
+    total->byteLimit = 20;
+    total->setFixedWidth(140);
+    total->setAlignment(Qt::AlignRight);
+    line->addWidget(total);
+    // The real total, whatever the user may see.
+    auto* real = new EntryField(u"txt合計備用"_s, owner);
+    real->leftAlone = true;
+    real->hide();
+}
+
+} // namespace liaowu
