@@ -123,6 +123,20 @@ onMessage("資料刪除", "資料刪除完畢!", "ok");
 s.toolbar("del");
 equal(db.query("select * from 原料申購明細 where 申購單號='" + number + "'").length, 0, "gone");
 
+// A requisition that another user deleted meanwhile is not written again.
+s.toolbar("last");
+const gone = s.get("txt申購單號");
+db.execute("update 原料申購資料 set 審單='N' where 申購單號='" + gone + "'");
+s.toolbar("edit");
+db.execute("delete from 原料申購資料 where 申購單號='" + gone + "'");
+g.type(1, "用途說明", "補料");
+onMessage("詢問", "確定更新此筆資料?", "yes");
+onMessage("更新錯誤", "申購單 " + gone + " 已由其他使用者刪除!", "ok");
+s.press("F8");
+equal(g.cell(1, "用途說明"), "補料", "what was typed stays");
+onMessage("列印", "列印功能尚未提供!", "ok");
+s.press("F4");
+
 // Batch approval.
 db.execute("update 原料申購資料 set 審單=null where 申購單號 in (select top 3 申購單號 from 原料申購資料 order by 申購日期 desc,申購單號 desc)");
 clock("2025-01-15 08:30:00");
