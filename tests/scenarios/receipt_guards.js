@@ -49,6 +49,19 @@ says(() => s.press("F8"), [["錯誤", "「對帳月份」日期輸入錯誤!"]],
 s.set("txt對帳日期", "202503");
 says(() => s.grid("fml明細").type(2, "數量", "5"), [["警告", "前一列資料尚未輸入!"]], "rows are filled one after the other");
 
+// ---- currencies ----
+s.set("cbo幣別", "美金");
+s.grid("fml明細").type(1, "採購單號", "");
+enter(s, "1");
+equal([s.get("cbo幣別"), s.notice()], ["台幣", ""], "an empty grid takes the order's currency without a word");
+s.set("cbo幣別", "美金");
+enter(s, "1", 2, 1);
+equal([s.get("cbo幣別"), s.notice()], ["美金", "採購單 250228901 的幣別是台幣,與本單不同"], "a filled one keeps its own and says so");
+s.click("scmd刪除");
+s.grid("fml明細").enter(1, "數量");
+s.click("scmd刪除");
+equal([s.grid("fml明細").lineCount, s.get("txt合計")], [0, "0.00"], "all lines can go");
+
 // ---- closed months ----
 const held = stock(0);
 s.set("txt入庫日期", "20241115");
