@@ -118,17 +118,18 @@ void SearchPage::buildPanel() {
         showPanel(false);
         grid->setFocus();
     });
-    for (EntryField* box : {text, from, to}) {
-        box->setProperty("ownsEnter", true);
-        box->setProperty("ownsEscape", true);
-        box->installEventFilter(this);
+    for (EntryField* box : {text, from, to}) box->setProperty("ownsEnter", true);
+    // Esc puts the conditions away, wherever among them the focus is, and not the screen with all that it holds.
+    for (QWidget* inside : panel->findChildren<QWidget*>()) {
+        inside->setProperty("ownsEscape", true);
+        inside->installEventFilter(this);
     }
 }
 
 bool SearchPage::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && qobject_cast<EntryField*>(watched)) {
             showPanel(false);
             run();
             grid->setFocus();

@@ -183,6 +183,11 @@ QFrame* buildNotesPanel(QWidget* page) {
     QFrame* panel = panelWith(page, u"pic經驗"_s, u"廠商注意事項"_s, head, text, u"txt經驗傳承"_s);
     text->setReadOnly(true);
     text->setFocusPolicy(Qt::ClickFocus);
+    auto* score = new QLabel(panel);
+    score->setObjectName(u"lbl目前分數"_s);
+    score->setProperty("caption", true);
+    head->addWidget(score);
+    head->addSpacing(10);
     auto* close = new QPushButton(u"關閉"_s, panel);
     close->setObjectName(u"LblClose經驗"_s);
     close->setFocusPolicy(Qt::NoFocus);

@@ -123,7 +123,8 @@ BatchSpec frm採購作業系統::batchSpec() const { return orderBatch(session, 
 
 void frm採購作業系統::clearRecordPage() {
     DocumentScreen::clearRecordPage();
-    for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s, u"Lbl分數"_s}) label(this, name)->clear();
+    for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s}) label(this, name)->clear();
+    showScore({});
     check(this, u"chk稅"_s)->setChecked(false);
     showApproval(u"N"_s, {}, {});
     putTotal(QString());
@@ -181,7 +182,7 @@ int frm採購作業系統::showRecord(const QString& key) {
     purpose->showText(header.採購類別);
     if (order->vendor) {
         label(this, u"lbl廠商簡稱"_s)->setText(order->vendor->廠商簡稱);
-        label(this, u"Lbl分數"_s)->setText(order->vendor->分數);
+        showScore(order->vendor->分數);
         memo(this, u"txt經驗傳承"_s)->setPlainText(order->vendor->經驗傳承);
     }
     putTotal(header.合計);
@@ -203,11 +204,16 @@ bool frm採購作業系統::quickFind(const QString& number) { return findInBrow
 
 // ---- header look-ups ----
 
+void frm採購作業系統::showScore(const QString& score) {
+    label(this, u"Lbl分數"_s)->setText(score);
+    label(this, u"lbl目前分數"_s)->setText(u"廠商目前分數:"_s + score);
+}
+
 void frm採購作業系統::takeVendor(const VendorRow& vendor) {
     entry(this, u"txt廠商代號"_s)->showText(vendor.廠商代號);
     label(this, u"lbl廠商簡稱"_s)->setText(vendor.廠商簡稱);
     combo(this, u"cbo幣別"_s)->showText(vendor.幣別);
-    label(this, u"Lbl分數"_s)->setText(vendor.分數);
+    showScore(vendor.分數);
     entry(this, u"txt業務員代號"_s)->showText(vendor.業務員代號);
     label(this, u"lbl業務員名稱"_s)->setText(vendor.業務員名稱);
     check(this, u"chk稅"_s)->setChecked(val(vendor.發票稅率) > 0);

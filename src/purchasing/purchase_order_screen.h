@@ -42,6 +42,7 @@ private:
 
     // header look-ups
     void lookUpVendor(bool fromButton);
+    void showScore(const QString& score);
     void takeVendor(const struct VendorRow& vendor);
     void lookUpBuyer(bool fromButton);
     void loadRequisition(bool fromButton);

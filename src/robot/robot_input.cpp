@@ -69,6 +69,17 @@ void typeText(QWidget* window, const QString& text) {
     }
 }
 
+void commitText(QWidget* window, const QString& text) {
+    const QInputMethodEvent::Attribute underlined(QInputMethodEvent::Cursor, 1, 1);
+    QInputMethodEvent composing(QStringLiteral("ㄅ"), {underlined});
+    QApplication::sendEvent(keyTarget(window), &composing);
+    settle();
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    QApplication::sendEvent(keyTarget(window), &commit);
+    settle();
+}
+
 void pressKey(QWidget* window, const QString& name) {
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
     QString rest = name;

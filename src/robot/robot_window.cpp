@@ -137,6 +137,10 @@ void WindowHandle::type(const QString& text) {
     attempt([&] { typeText(window, text); });
 }
 
+void WindowHandle::commit(const QString& text) {
+    attempt([&] { commitText(window, text); });
+}
+
 void WindowHandle::click(const QString& name) {
     QWidget* target = control(name);
     if (target) attempt([&] { clickWidget(target); });

@@ -33,6 +33,7 @@ public:
     Q_INVOKABLE void key(const QString& control, const QString& key);
     Q_INVOKABLE void press(const QString& key);
     Q_INVOKABLE void type(const QString& text);
+    Q_INVOKABLE void commit(const QString& text);
     Q_INVOKABLE void click(const QString& control);
     Q_INVOKABLE void choose(const QString& control, const QJSValue& item = QJSValue());
     Q_INVOKABLE void toolbar(const QString& key);

@@ -87,6 +87,9 @@ s = order("採購甲");
 refuses(() => s.press("F4"), "F4 is refused");
 equal(s.mode, "新增", "the mode stays");
 
+onMessage("列印", "列印功能尚未提供!");
+order("主管甲").press("F4");
+
 // To approve or take back; the word of this refusal is another.
 s.toolbar("edit");
 refuses(() => s.toolbar("審單"), "approval without either right", "您還沒有權限進行這項操作,請與管理員聯係");

@@ -123,6 +123,12 @@ found(all, "both off again");
 s.click("scmd取消");
 equal([s.visible("span查詢條件"), s.focused(), g.lineCount], [false, "MSHFlexGrid1", all], "cancel goes back to the list as it was");
 
+for (const control of ["txt查詢內容(0)", "txt查詢內容(3)", "sopt查詢條件(2)", "Chk查詢廠商", "scmd確定"]) {
+    s.click("scmd查詢條件");
+    s.key(control, "Esc");
+    equal([s.open, s.visible("span查詢條件"), s.focused()], [true, false, "MSHFlexGrid1"], "Esc on " + control + " puts the conditions away");
+}
+
 // ---- to a record: Enter, the key, double and right click; texts survive the trip ----
 option(1);
 s.set("txt查詢內容(0)", vendor);
