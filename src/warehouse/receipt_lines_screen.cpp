@@ -83,7 +83,7 @@ bool frm原料入庫作業::cellEdited(int row, const QString& title, bool) {
     putLine(row, line);
     if (title == u"數量" || title == u"單價" || title == u"單位") {
         fml明細->countRow(row);
-        recalculate(row);
+        recalculateRows(row, row);
     }
     return true;
 }
@@ -105,36 +105,21 @@ void frm原料入庫作業::deleteLine() {
 
 // ---- arithmetic ----
 
-void frm原料入庫作業::recalculate(Connection& connection, ReceiptLine& line) {
-    const auto item = findReceiptItem(connection, session.category, line.原料代號.trimmed());
-    const std::vector<double> weights =
-        session.category == u"紙板"
-            ? vendorWeights(connection, entry(this, u"txt廠商代號"_s)->text().trimmed())
-            : std::vector<double>();
-    try {
-        recalculateLine(line, {formulas, evaluator, session.category, item ? item->stockUnit : QString(),
-                               weights, showAmounts});
-    } catch (const FormulaError&) {
-        session.messages.notice(u"%1 的計價公式無法計算,小計未變"_s.arg(line.原料代號));
-    }
-}
-
-void frm原料入庫作業::recalculate(int row) {
-    ReceiptLine line = lineAt(row);
+void frm原料入庫作業::recalculateRows(int from, int to) {
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
-        recalculate(connection, line);
-    });
-    putLine(row, line);
-    showTotal();
-}
-
-void frm原料入庫作業::recalculateAll() {
-    guarded(session, u"取得原料資料錯誤"_s, [&] {
-        Connection connection(session.pool, session.connectionString);
-        for (int row = 1; row <= fml明細->lineCount(); ++row) {
+        std::vector<double> weights;
+        if (session.category == u"紙板")
+            weights = vendorWeights(connection, entry(this, u"txt廠商代號"_s)->text().trimmed());
+        for (int row = from; row <= to; ++row) {
             ReceiptLine line = lineAt(row);
-            recalculate(connection, line);
+            const auto item = findReceiptItem(connection, session.category, line.原料代號.trimmed());
+            try {
+                recalculateLine(line, {formulas, evaluator, session.category,
+                                       item ? item->stockUnit : QString(), weights, showAmounts});
+            } catch (const FormulaError&) {
+                session.messages.notice(u"第%1筆的計價公式無法計算,小計未變"_s.arg(row));
+            }
             putLine(row, line);
         }
     });
@@ -191,7 +176,7 @@ void frm原料入庫作業::fillFromOrder() {
     field->showText(order);
     takeCurrency(currency, order);
     showLines(lines);
-    recalculateAll();
+    recalculateRows(1, fml明細->lineCount());
     markModified(true);
     fml明細->setFocus(Qt::OtherFocusReason);
     fml明細->select(1, u"數量"_s);
@@ -215,7 +200,7 @@ bool frm原料入庫作業::pickOrderLine(int row) {
     putOrderPick(line, session.pickResult, kind(), showAmounts);
     putLine(row, line);
     fml明細->countRow(row);
-    recalculate(row);
+    recalculateRows(row, row);
     return true;
 }
 
@@ -230,7 +215,7 @@ bool frm原料入庫作業::resolveItem(int row, const QString& code) {
     putItem(line, *item);
     putLine(row, line);
     fml明細->countRow(row);
-    recalculate(row);
+    recalculateRows(row, row);
     return true;
 }
 

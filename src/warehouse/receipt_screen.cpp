@@ -165,7 +165,7 @@ int frm原料入庫作業::showRecord(const QString& key) {
     // What was posted is undone as it was stored, whatever the formulas make of it now.
     savedLines = receipt->lines;
     putTotal(val(header.合計));
-    if (!isApproved) recalculateAll();
+    if (!isApproved) recalculateRows(1, fml明細->lineCount());
     entry(this, u"txt速查單號"_s)->showText(QString());
     entry(this, u"txt入庫日期"_s)->setFocus(Qt::OtherFocusReason);
     return 0;
@@ -263,7 +263,7 @@ void frm原料入庫作業::saveReceiptAs(const QString& parameter) {
         showFinding(*finding);
         return;
     }
-    if (isNew && !drawNumber(receiptNumbers())) return;
+    if (isNew) drawNumber(receiptNumbers());
     if (!settleMonth(isNew, approving)) return;
     if (isApproved && approvalMark() == u"Y" && !approving) {
         session.messages.warn(u"提示"_s, u"該單已審單,不允許修改"_s);

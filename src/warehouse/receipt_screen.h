@@ -55,9 +55,8 @@ private:
     void takeCurrency(const QString& currency, const QString& order);
     /// Whether lines of a stored document may no longer be taken out or picked.
     bool isFrozen();
-    void recalculate(int row);
-    void recalculateAll();
-    void recalculate(Connection& connection, ReceiptLine& line);
+    /// Recalculates rows and the total. A formula that cannot be evaluated is told in a notice; its amount stays.
+    void recalculateRows(int from, int to);
     void showTotal();
     void putTotal(double total);
     void cellEntered(int row, const QString& title);

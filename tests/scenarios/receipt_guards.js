@@ -49,6 +49,19 @@ says(() => s.press("F8"), [["錯誤", "「對帳月份」日期輸入錯誤!"]],
 s.set("txt對帳日期", "202503");
 says(() => s.grid("fml明細").type(2, "數量", "5"), [["警告", "前一列資料尚未輸入!"]], "rows are filled one after the other");
 
+// ---- currencies ----
+s.set("cbo幣別", "美金");
+s.grid("fml明細").type(1, "採購單號", "");
+enter(s, "1");
+equal([s.get("cbo幣別"), s.notice()], ["台幣", ""], "an empty grid takes the order's currency without a word");
+s.set("cbo幣別", "美金");
+enter(s, "1", 2, 1);
+equal([s.get("cbo幣別"), s.notice()], ["美金", "採購單 250228901 的幣別是台幣,與本單不同"], "a filled one keeps its own and says so");
+s.click("scmd刪除");
+s.grid("fml明細").enter(1, "數量");
+s.click("scmd刪除");
+equal([s.grid("fml明細").lineCount, s.get("txt合計")], [0, "0.00"], "all lines can go");
+
 // ---- closed months ----
 const held = stock(0);
 s.set("txt入庫日期", "20241115");
@@ -170,6 +183,36 @@ equal([s.get("txt入庫單號"), s.grid("fml明細").cell(1, "數量")], [hidden
 s.set("txt入庫單號", "A-1");
 says(() => s.press("F8"), [added], "another one is taken");
 equal(s.get("txt入庫單號"), "A-1", "as it was typed");
+
+// ---- no number to be had ----
+s = open();
+begin(s);
+enter(s, "1");
+tolerate(true);
+messages();
+stage.failDatabaseAt(1);
+s.press("F8");
+stage.failDatabaseAt(0);
+equal(messages().map(m => m.title + m.text).filter(m => !/流水號/.test(m)), ["錯誤「入庫單號」欄位不可為空白!"], "without a number nothing is saved");
+tolerate(false);
+
+// ---- approved, or gone, since it was opened ----
+s = open("倉管甲");
+s.set("txt速查單號", hidden);
+s.click("scmd速查");
+db.execute("update 原料入庫資料 set 審核='Y', 審核人='主管' where 入庫單號='" + hidden + "'");
+says(() => s.press("F8"), [sure, ["提示", "該入庫單已審核﹐不能再進行修改!"]], "who may not approve does not overwrite an approval");
+db.execute("update 原料入庫資料 set 審核='N', 審核人='' where 入庫單號='" + hidden + "'");
+const other = open();
+other.set("txt速查單號", hidden);
+other.click("scmd速查");
+says(() => other.press("F3"), [["刪除詢問", "確定要刪除此筆資料?", "yes"], ["資料刪除", "資料刪除完畢!"]], "another screen deletes the receipt");
+says(() => s.press("F8"), [sure, ["更新錯誤", "入庫單 " + hidden + " 已由其他使用者刪除!"]], "a receipt that is gone is not written");
+says(() => s.press("F3"), [["刪除詢問", "確定要刪除此筆資料?", "yes"], ["刪除錯誤", "入庫單 " + hidden + " 已由其他使用者刪除!"]], "nor undone twice");
+clean("the plant is in order after all that");
+s = open();
+s.set("txt速查單號", "A-1");
+s.click("scmd速查");
 
 // ---- somebody else saved meanwhile ----
 db.execute("update 原料入庫資料 set 修改人='別人', 修改時間='2025-03-03 09:00:00' where 入庫單號='A-1'");
