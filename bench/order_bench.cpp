@@ -56,9 +56,11 @@ struct Bench {
 
     OrderSave orderOf(int lines) {
         Connection connection(pool, session.connectionString);
-        Recordset items = select(connection, sql(u"select top {} 物料代號,物料名稱,規格,進料單位,進價,幣別 from 物料資料 where 幣別='台幣' "
-                                                 u"order by 物料代號",
-                                                 lines));
+        Recordset items = select(
+            connection,
+            sql(u"select top {} 物料代號,物料名稱,規格,進料單位,進價,幣別 from 物料資料 where 幣別='台幣' "
+                u"order by 物料代號",
+                lines));
         OrderSave save;
         save.header.類別 = u"物料"_s;
         save.header.採購日期 = u"20250303"_s;
@@ -100,7 +102,10 @@ struct Bench {
             OrderSave save = orderOf(lines);
             save.isNew = true;
             save.header.採購單號 = u"250303001"_s;
-            const Recording recorded = record(pool, [&] { OrderSave copy = save; saveOrder(session, copy); });
+            const Recording recorded = record(pool, [&] {
+                OrderSave copy = save;
+                saveOrder(session, copy);
+            });
             remove(raw, save.header.採購單號);
             raw.prepare(recorded);
             const double layer = microseconds([&] { saveOrder(session, save); });
@@ -169,7 +174,9 @@ struct Bench {
         QString busiest;
         {
             Connection connection(pool, session.connectionString);
-            busiest = select(connection, sql(u"select top 1 原料代號,count(*) as n from 採購明細資料 group by 原料代號 order by n desc")).text(0);
+            busiest = select(connection, sql(u"select top 1 原料代號,count(*) as n from 採購明細資料 group "
+                                             u"by 原料代號 order by n desc"))
+                          .text(0);
         }
         against("stock figures of the busiest item", [&] {
             Connection connection(pool, session.connectionString);
@@ -183,13 +190,18 @@ struct Bench {
         mu::Parser parser;
         std::vector<double> ours, limit;
         for (int i = 0; i < rounds; ++i) {
-            ours.push_back(microseconds([&] { for (int n = 0; n < 1000; ++n) evaluator.Evaluate(text); }) / 1000);
+            ours.push_back(microseconds([&] {
+                               for (int n = 0; n < 1000; ++n)
+                                   evaluator.Evaluate(text);
+                           }) /
+                           1000);
             limit.push_back(microseconds([&] {
                                 for (int n = 0; n < 1000; ++n) {
                                     parser.SetExpr(text.toStdString());
                                     parser.Eval();
                                 }
-                            }) / 1000);
+                            }) /
+                            1000);
         }
         row("parse and evaluate (beside muParser)", median(ours), median(limit));
 
@@ -232,8 +244,10 @@ int main(int argc, char** argv) {
     bench.session.salesmanName = u"甲"_s;
     bench.pool.setClock(QDateTime(QDate(2025, 3, 3), QTime(8, 30)));
     std::printf("%-44s %15s %15s\n", "median of rounds", "ours", "limit");
-    for (const int lines : {5, 50, 350}) bench.saveNew(lines);
-    for (const int lines : {5, 50, 350}) bench.saveEdit(lines);
+    for (const int lines : {5, 50, 350})
+        bench.saveNew(lines);
+    for (const int lines : {5, 50, 350})
+        bench.saveEdit(lines);
     bench.reads();
     bench.formulas();
     return 0;

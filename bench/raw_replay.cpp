@@ -18,8 +18,8 @@ void check(bool good, sqlite3* database, const QString& statement) {
 } // namespace
 
 RawEngine::RawEngine(const QString& file) {
-    check(sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) ==
-              SQLITE_OK,
+    check(sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                          nullptr) == SQLITE_OK,
           handle, file);
     dialect::installFunctions(handle, [] { return QDateTime::currentDateTime(); });
     run(QStringLiteral("PRAGMA journal_mode=WAL"));
@@ -27,23 +27,27 @@ RawEngine::RawEngine(const QString& file) {
 }
 
 RawEngine::~RawEngine() {
-    for (sqlite3_stmt* statement : std::as_const(prepared)) sqlite3_finalize(statement);
+    for (sqlite3_stmt* statement : std::as_const(prepared))
+        sqlite3_finalize(statement);
     sqlite3_close(handle);
 }
 
 void RawEngine::run(const QString& statement) {
-    check(sqlite3_exec(handle, statement.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK, handle, statement);
+    check(sqlite3_exec(handle, statement.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK,
+          handle, statement);
 }
 
 sqlite3_stmt* RawEngine::statementOf(const QString& native) {
     sqlite3_stmt*& statement = prepared[native];
     if (!statement)
-        check(sqlite3_prepare_v2(handle, native.toUtf8().constData(), -1, &statement, nullptr) == SQLITE_OK, handle, native);
+        check(sqlite3_prepare_v2(handle, native.toUtf8().constData(), -1, &statement, nullptr) == SQLITE_OK,
+              handle, native);
     return statement;
 }
 
 void RawEngine::prepare(const Recording& recording) {
-    for (const RecordedStatement& recorded : recording) statementOf(recorded.native);
+    for (const RecordedStatement& recorded : recording)
+        statementOf(recorded.native);
 }
 
 void RawEngine::play(const Recording& recording) {
@@ -54,7 +58,8 @@ void RawEngine::play(const Recording& recording) {
                               static_cast<int>(recorded.values[i].size()), SQLITE_STATIC);
         int code = sqlite3_step(statement);
         for (; code == SQLITE_ROW; code = sqlite3_step(statement))
-            for (int c = 0; c < sqlite3_column_count(statement); ++c) sqlite3_column_text(statement, c);
+            for (int c = 0; c < sqlite3_column_count(statement); ++c)
+                sqlite3_column_text(statement, c);
         check(code == SQLITE_DONE, handle, recorded.native);
         sqlite3_reset(statement);
     }

@@ -24,7 +24,8 @@ Recording record(ConnectionPool& pool, Deed deed) {
     pool.setTrace([&](const StatementTrace& trace) {
         RecordedStatement& statement = result.emplace_back();
         statement.native = trace.native;
-        for (const QString& value : trace.values) statement.values.push_back(value.toUtf8());
+        for (const QString& value : trace.values)
+            statement.values.push_back(value.toUtf8());
     });
     deed();
     pool.setTrace({});

@@ -80,10 +80,14 @@ int startChild(QApplication& application, const QString& kind, const QString& da
             process.session.category = u"物料"_s;
             window = process.openScreen(u"frm採購作業系統"_s);
         } else {
-            window = launch(process, composeLaunch({connectionStringFor(database), u"物料採購作業"_s, u"採購甲"_s, u"Y"_s, {}}));
+            window = launch(
+                process,
+                composeLaunch({connectionStringFor(database), u"物料採購作業"_s, u"採購甲"_s, u"Y"_s, {}}));
         }
     }
-    for (int i = 0; i < 200 && kind != u"empty" && window && !static_cast<ScreenFrame*>(window)->isActivated(); ++i) settle();
+    for (int i = 0;
+         i < 200 && kind != u"empty" && window && !static_cast<ScreenFrame*>(window)->isActivated(); ++i)
+        settle();
     settle();
     QWidget* focus = window ? window->focusWidget() : nullptr;
     if (!focus) return 1;
@@ -98,7 +102,8 @@ double startOf(const QString& kind, const QString& database) {
     std::vector<double> times;
     for (int i = 0; i < 9; ++i) {
         QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {u"--start"_s, kind, database, QString::number(nowMicroseconds())});
+        child.start(QCoreApplication::applicationFilePath(),
+                    {u"--start"_s, kind, database, QString::number(nowMicroseconds())});
         child.waitForFinished();
         const double time = child.readAllStandardOutput().trimmed().toDouble();
         if (i > 0 && time > 0) times.push_back(time);
@@ -106,7 +111,9 @@ double startOf(const QString& kind, const QString& database) {
     return median(times) / 1000;
 }
 
-double worst(const std::vector<double>& times) { return times.empty() ? 0 : *std::max_element(times.begin(), times.end()); }
+double worst(const std::vector<double>& times) {
+    return times.empty() ? 0 : *std::max_element(times.begin(), times.end());
+}
 
 double residentMegabytes() {
     QFile status(u"/proc/self/status"_s);
@@ -120,12 +127,15 @@ double residentMegabytes() {
 QString largeOrder(ConnectionPool& pool, const QString& target) {
     Connection connection(pool, target);
     const QString number = u"250301001"_s;
-    connection.Execute(sql(u"insert into 採購資料 (採購單號,類別,採購日期,廠商代號,廠商簡稱,幣別,採購類別,審單,製單時間) values "
-                           u"('{}','物料','20250301','V001','甲','台幣','庫存','N','2025-03-01 08:00:00')",
-                           number));
-    Recordset items = select(connection, sql(u"select top 350 原料代號,max(原料名稱) as 名稱,count(*) as n from 採購明細資料 inner join "
-                                             u"採購資料 on 採購資料.採購單號=採購明細資料.採購單號 where 類別='物料' group by 原料代號 order "
-                                             u"by n desc"));
+    connection.Execute(sql(
+        u"insert into 採購資料 (採購單號,類別,採購日期,廠商代號,廠商簡稱,幣別,採購類別,審單,製單時間) values "
+        u"('{}','物料','20250301','V001','甲','台幣','庫存','N','2025-03-01 08:00:00')",
+        number));
+    Recordset items = select(
+        connection,
+        sql(u"select top 350 原料代號,max(原料名稱) as 名稱,count(*) as n from 採購明細資料 inner join "
+            u"採購資料 on 採購資料.採購單號=採購明細資料.採購單號 where 類別='物料' group by 原料代號 order "
+            u"by n desc"));
     Transaction transaction(connection);
     Recordset lines;
     lines.Open(sql(u"select * from 採購明細資料 where 1<>1"), connection, Cursor::Batch);
@@ -162,7 +172,8 @@ void screenFigures(const QString& large) {
     const QString target = connectionStringFor(file);
     const QString number = largeOrder(process.pool, target);
     ScreenFrame* screen = launch(process, composeLaunch({target, u"物料採購作業"_s, u"admin"_s, u"Y"_s, {}}));
-    for (int i = 0; i < 200 && !screen->isActivated(); ++i) settle();
+    for (int i = 0; i < 200 && !screen->isActivated(); ++i)
+        settle();
     settle();
     auto* find = screen->findChild<QLineEdit*>(u"txt速查單號"_s);
     find->setFocus();
@@ -187,17 +198,21 @@ void screenFigures(const QString& large) {
     grid->select(1, u"大紙數"_s);
     settle();
     std::vector<double> moves, keys, ends;
-    for (int i = 0; i < 300; ++i) moves.push_back(timed([&] { QTest::keyClick(grid, Qt::Key_Down); }));
+    for (int i = 0; i < 300; ++i)
+        moves.push_back(timed([&] { QTest::keyClick(grid, Qt::Key_Down); }));
     for (int i = 0; i < 60; ++i) {
         grid->select(1 + i * 5, u"大紙數"_s);
         settle();
-        for (const char key : {'1', '2', '5'}) keys.push_back(timed([&] { QTest::keyClick(QApplication::focusWidget(), key); }));
+        for (const char key : {'1', '2', '5'})
+            keys.push_back(timed([&] { QTest::keyClick(QApplication::focusWidget(), key); }));
         ends.push_back(timed([&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); }));
     }
-    std::printf("%-56s %10.2f ms median %8.2f ms worst\n", "moving the selection, stock panel included", median(moves), worst(moves));
-    std::printf("%-56s %10.2f ms median %8.2f ms worst\n", "a keystroke in a cell", median(keys), worst(keys));
-    std::printf("%-56s %10.2f ms median %8.2f ms worst\n", "Enter after a quantity: line and total recalculated", median(ends),
-                worst(ends));
+    std::printf("%-56s %10.2f ms median %8.2f ms worst\n", "moving the selection, stock panel included",
+                median(moves), worst(moves));
+    std::printf("%-56s %10.2f ms median %8.2f ms worst\n", "a keystroke in a cell", median(keys),
+                worst(keys));
+    std::printf("%-56s %10.2f ms median %8.2f ms worst\n",
+                "Enter after a quantity: line and total recalculated", median(ends), worst(ends));
 }
 
 } // namespace
@@ -226,7 +241,8 @@ int main(int argc, char** argv) {
     const double large = startOf(u"client"_s, arguments[2]);
     std::printf("%-56s %10.1f ms\n", "start: an empty window", empty);
     std::printf("%-56s %10.1f ms\n", "start: the same widgets, nothing to read", widgets);
-    std::printf("%-56s %10.1f ms %8.2f x the widgets\n", "start: order screen, scale 1", small, small / widgets);
+    std::printf("%-56s %10.1f ms %8.2f x the widgets\n", "start: order screen, scale 1", small,
+                small / widgets);
     std::printf("%-56s %10.1f ms %8.2f x scale 1\n", "start: order screen, scale 50", large, large / small);
     applyLook(application);
     screenFigures(arguments[2]);

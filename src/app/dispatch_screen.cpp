@@ -25,14 +25,17 @@ void registerEverything(Process& process) {
 
 namespace {
 
-QString colour(int red, int green, int blue) { return QString::number(red + 256 * green + 65536 * blue); }
+QString colour(int red, int green, int blue) {
+    return QString::number(red + 256 * green + 65536 * blue);
+}
 
 } // namespace
 
 ScreenFrame* dispatchScreen(Process& process) {
     Session& session = process.session;
-    session.gridColours = {colour(0, 192, 192), colour(253, 254, 239), colour(0, 0, 217),     colour(255, 255, 255),
-                           colour(62, 139, 255), colour(255, 255, 255), colour(255, 74, 74)};
+    session.gridColours = {colour(0, 192, 192),   colour(253, 254, 239), colour(0, 0, 217),
+                           colour(255, 255, 255), colour(62, 139, 255),  colour(255, 255, 255),
+                           colour(255, 74, 74)};
     loadUserProfile(session);
     const QString function = session.functionName.trimmed();
     const LaunchTarget* target = launchTarget(function);

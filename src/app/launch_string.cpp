@@ -33,7 +33,8 @@ LaunchValues parseLaunch(const QString& commandLine) {
 QString composeLaunch(const LaunchValues& values) {
     const QString texts[] = {values.connection, values.function, values.user, values.approval, values.other};
     QString result;
-    for (size_t i = 0; i < 5; ++i) result += QString::fromUtf16(markers[i]) + texts[i];
+    for (size_t i = 0; i < 5; ++i)
+        result += QString::fromUtf16(markers[i]) + texts[i];
     return result;
 }
 
@@ -63,8 +64,8 @@ const std::vector<LaunchTarget>& launchTable() {
 
 const LaunchTarget* launchTarget(const QString& function) {
     const auto& table = launchTable();
-    const auto found =
-        std::find_if(table.begin(), table.end(), [&](const LaunchTarget& row) { return row.function == function; });
+    const auto found = std::find_if(table.begin(), table.end(),
+                                    [&](const LaunchTarget& row) { return row.function == function; });
     return found == table.end() ? nullptr : &*found;
 }
 

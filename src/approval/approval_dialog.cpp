@@ -49,7 +49,8 @@ public:
         confirm->setObjectName(u"scmd確定"_s);
         auto* cancel = new QPushButton(u"取 消"_s, this);
         cancel->setObjectName(u"scmd取消"_s);
-        for (QPushButton* made : {confirm, cancel}) made->setAutoDefault(true);
+        for (QPushButton* made : {confirm, cancel})
+            made->setAutoDefault(true);
         grid->addWidget(confirm, 2, 1);
         grid->addWidget(cancel, 2, 2);
 
@@ -60,7 +61,8 @@ public:
         (session.approveAllowed ? approve : takeBack)->setChecked(true);
         colourOptions();
 
-        for (QRadioButton* made : {approve, takeBack}) connect(made, &QRadioButton::toggled, this, [this] { colourOptions(); });
+        for (QRadioButton* made : {approve, takeBack})
+            connect(made, &QRadioButton::toggled, this, [this] { colourOptions(); });
         connect(name, &EntryField::typedInto, this, [this] { code->showText(QString()); });
         connect(lookup, &QPushButton::clicked, this, [this] { pickPerson(QString()); });
         connect(confirm, &QPushButton::clicked, this, [this] { confirmed(); });
@@ -96,7 +98,8 @@ private:
     }
 
     void lookUp() {
-        const QString text = code->text().trimmed().isEmpty() ? name->text().trimmed() : code->text().trimmed();
+        const QString text =
+            code->text().trimmed().isEmpty() ? name->text().trimmed() : code->text().trimmed();
         bool found = false;
         const bool read = guarded(session, u"依業務代號取得業務資料錯誤"_s, [&] {
             Connection connection(session.pool, session.connectionString);

@@ -25,7 +25,9 @@ QDateTime parsedTime(const QString& raw) {
     return QDateTime::fromString(raw, Qt::ISODate);
 }
 
-QDate serverDate(Session& session) { return parsedTime(serverTime(session, -1)).date(); }
+QDate serverDate(Session& session) {
+    return parsedTime(serverTime(session, -1)).date();
+}
 
 } // namespace
 
@@ -34,14 +36,22 @@ QString serverTime(Connection& connection, int mode) {
     if (mode < 0 || mode > 6) return raw;
     const QDateTime time = parsedTime(raw);
     switch (mode) {
-    case 0: return time.toString(u"yyyy/MM/dd hh:mm");
-    case 1: return time.toString(u"yyyy/MM/dd");
-    case 2: return date8(time.date());
-    case 3: return date8(time.date()).mid(2);
-    case 4: return time.toString(u"yyMM");
-    case 5: return time.toString(u"hh:mm");
-    case 6: return time.toString(u"yyyy-MM-dd hh:mm");
-    default: return raw;
+    case 0:
+        return time.toString(u"yyyy/MM/dd hh:mm");
+    case 1:
+        return time.toString(u"yyyy/MM/dd");
+    case 2:
+        return date8(time.date());
+    case 3:
+        return date8(time.date()).mid(2);
+    case 4:
+        return time.toString(u"yyMM");
+    case 5:
+        return time.toString(u"hh:mm");
+    case 6:
+        return time.toString(u"yyyy-MM-dd hh:mm");
+    default:
+        return raw;
     }
 }
 
@@ -54,11 +64,17 @@ QString serverTime(Session& session, int mode) {
     return result;
 }
 
-QString today8(Session& session) { return serverTime(session, 2); }
+QString today8(Session& session) {
+    return serverTime(session, 2);
+}
 
-QString daysAgo(Session& session, int days) { return date8(serverDate(session).addDays(-days)); }
+QString daysAgo(Session& session, int days) {
+    return date8(serverDate(session).addDays(-days));
+}
 
-QString thirtyDaysAgo(Session& session) { return daysAgo(session, 30); }
+QString thirtyDaysAgo(Session& session) {
+    return daysAgo(session, 30);
+}
 
 std::pair<QString, QString> sinceLastMonth(Session& session) {
     const QDate today = serverDate(session);
@@ -66,13 +82,17 @@ std::pair<QString, QString> sinceLastMonth(Session& session) {
     return {date8(today.addDays(-30)).left(6) + u"01"_s, date8(today)};
 }
 
-QString monthsAgo(Session& session, int months) { return daysAgo(session, 30 * months); }
+QString monthsAgo(Session& session, int months) {
+    return daysAgo(session, 30 * months);
+}
 
 QString localDaysAgo(Session& session, int unit, int n) {
     const QDate today = session.pool.clock().date();
     return date8(unit == 1 ? today.addMonths(n) : today.addDays(n));
 }
 
-QString currentMonthEnd(Session& session) { return lastDayOfMonth(date8(session.pool.clock().date())); }
+QString currentMonthEnd(Session& session) {
+    return lastDayOfMonth(date8(session.pool.clock().date()));
+}
 
 } // namespace liaowu

@@ -45,7 +45,8 @@ QStringList currencies(Session& session) {
     QStringList names{QString()};
     guarded(session, u"取得幣別資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
-        for (Recordset rows = select(connection, sql(u"select * from [匯率檔] order by 幣別")); !rows.EOF_(); rows.MoveNext())
+        for (Recordset rows = select(connection, sql(u"select * from [匯率檔] order by 幣別")); !rows.EOF_();
+             rows.MoveNext())
             names << rows.text(u"幣別").trimmed();
     });
     return names;
@@ -72,13 +73,16 @@ double convertCurrencyAt(Connection& connection, const QString& from, double amo
 
 double convertCurrency(Session& session, const QString& from, double amount, const QString& to) {
     if (from.trimmed() == to.trimmed()) return amount;
-    return shown(session, [&](Connection& connection) { return convertCurrency(connection, from, amount, to); });
+    return shown(session,
+                 [&](Connection& connection) { return convertCurrency(connection, from, amount, to); });
 }
 
-double convertCurrencyAt(Session& session, const QString& from, double amount, const QString& to, const QString& date) {
+double convertCurrencyAt(Session& session, const QString& from, double amount, const QString& to,
+                         const QString& date) {
     if (from.trimmed() == to.trimmed()) return amount;
-    return shown(session,
-                 [&](Connection& connection) { return convertCurrencyAt(connection, from, amount, to, date); });
+    return shown(session, [&](Connection& connection) {
+        return convertCurrencyAt(connection, from, amount, to, date);
+    });
 }
 
 } // namespace liaowu

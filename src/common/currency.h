@@ -17,6 +17,7 @@ double convertCurrencyAt(Connection& connection, const QString& from, double amo
 
 /// On a fresh connection; a failure is shown under "取得幣別資料錯誤" and gives 0.
 double convertCurrency(Session& session, const QString& from, double amount, const QString& to);
-double convertCurrencyAt(Session& session, const QString& from, double amount, const QString& to, const QString& date);
+double convertCurrencyAt(Session& session, const QString& from, double amount, const QString& to,
+                         const QString& date);
 
 } // namespace liaowu

@@ -8,10 +8,10 @@ class Connection;
 /// How a document is numbered: its table and key, and the first running part of a day.
 struct NumberSeries {
     QString table, key;
-    QString firstRunning;         ///< "001" or "0001"
-    QString infix;                ///< behind the date; "T" for returns
-    QString patternHead;          ///< "%" when the date may stand anywhere in the number
-    QString condition;            ///< further SQL of the look-up
+    QString firstRunning; ///< "001" or "0001"
+    QString infix;        ///< behind the date; "T" for returns
+    QString patternHead;  ///< "%" when the date may stand anywhere in the number
+    QString condition;    ///< further SQL of the look-up
     QString errorTitle;
 };
 NumberSeries orderNumbers();

@@ -6,9 +6,9 @@ namespace liaowu {
 
 /// What tells one stored version of a document from another. The clock counts seconds, so the person goes with the time.
 struct DocumentStamp {
-    QString 修改人, 修改時間;      ///< of the last change
-    QString mark;                  ///< 審單 or 審核, "Y" or anything else
-    QString approver, approvedOn;  ///< who set the mark
+    QString 修改人, 修改時間;     ///< of the last change
+    QString mark;                 ///< 審單 or 審核, "Y" or anything else
+    QString approver, approvedOn; ///< who set the mark
 
     /// The version as a text, to be kept while the document is on show.
     QString text() const { return change() + (mark == u"Y" ? u'Y' : u'N'); }
@@ -29,8 +29,8 @@ private:
 template <typename Rows>
 DocumentStamp storedStamp(const Rows& header, const QString& markColumn) {
     const auto text = [&](const QString& column) { return header.text(column).trimmed(); };
-    return {text(QStringLiteral("修改人")), text(QStringLiteral("修改時間")), text(markColumn), text(markColumn + u'人'),
-            text(markColumn + QStringLiteral("日期"))};
+    return {text(QStringLiteral("修改人")), text(QStringLiteral("修改時間")), text(markColumn),
+            text(markColumn + u'人'), text(markColumn + QStringLiteral("日期"))};
 }
 
 } // namespace liaowu

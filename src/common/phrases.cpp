@@ -14,7 +14,8 @@ PhraseCache loadPhrases(Session& session, const QString& category) {
     Recordset rows = select(connection, statement);
     PhraseCache cache;
     for (; !rows.EOF_(); rows.MoveNext())
-        cache.push_back({rows.text(u"類別").trimmed(), rows.text(u"內容").trimmed(), rows.text(u"分類").trimmed()});
+        cache.push_back(
+            {rows.text(u"類別").trimmed(), rows.text(u"內容").trimmed(), rows.text(u"分類").trimmed()});
     return cache;
 }
 
@@ -33,7 +34,8 @@ QStringList phrases(Session& session, const QString& category) {
     QStringList texts;
     guarded(session, u"取得輔助資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
-        texts = phraseTexts(connection, sql(u"select * from [片語資料] where 類別 = '{}' order by 代號", category));
+        texts = phraseTexts(connection,
+                            sql(u"select * from [片語資料] where 類別 = '{}' order by 代號", category));
     });
     return texts;
 }
@@ -42,10 +44,12 @@ QStringList phrasesOf(Session& session, const QString& subCategory, const QStrin
     QStringList texts;
     guarded(session, u"取得輔助資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
-        texts = phraseTexts(connection, sql(u"select * from [片語資料] where 類別 = '{}' and 分類='{}' order by 代號", category,
-                                            subCategory));
+        texts = phraseTexts(connection,
+                            sql(u"select * from [片語資料] where 類別 = '{}' and 分類='{}' order by 代號",
+                                category, subCategory));
         if (texts.isEmpty())
-            texts = phraseTexts(connection, sql(u"select * from [片語資料] where 類別 = '{}'  order by 代號", category));
+            texts = phraseTexts(connection,
+                                sql(u"select * from [片語資料] where 類別 = '{}'  order by 代號", category));
     });
     return texts;
 }
@@ -63,8 +67,10 @@ std::optional<QStringList> fixedItems(const QString& kind, const QString& own) {
     static const QHash<QString, QStringList> fixed{
         {u"數字"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"0"_s}},
         {u"用紙類別"_s, {u"面紙"_s, u"紙板"_s, u"說明書"_s}},
-        {u"加工別"_s, {u"印前"_s, u"製版"_s, u"印刷"_s, u"上光"_s, u"裱紙"_s, u"軋型"_s, u"糊盒"_s, u"裝訂"_s, u"品檢"_s}},
-        {u"加工別1"_s, {u"印前"_s, u"製版"_s, u"印刷"_s, u"上光"_s, u"裱紙"_s, u"軋型"_s, u"糊盒"_s, u"裝訂"_s, u"紙板"_s}},
+        {u"加工別"_s,
+         {u"印前"_s, u"製版"_s, u"印刷"_s, u"上光"_s, u"裱紙"_s, u"軋型"_s, u"糊盒"_s, u"裝訂"_s, u"品檢"_s}},
+        {u"加工別1"_s,
+         {u"印前"_s, u"製版"_s, u"印刷"_s, u"上光"_s, u"裱紙"_s, u"軋型"_s, u"糊盒"_s, u"裝訂"_s, u"紙板"_s}},
         {u"工序"_s, {u"印刷"_s, u"裝訂"_s, u"上光"_s, u"裱浪"_s, u"軋型"_s, u"糊盒"_s}},
         {u"幣別"_s, {u"人民幣"_s, u"台幣"_s, u"美金"_s, u"港幣"_s}},
         {u"資材類別"_s, {u"紙品"_s, u"紙板"_s, u"物料"_s}},
@@ -84,7 +90,8 @@ std::optional<QStringList> fixedItems(const QString& kind, const QString& own) {
 
 } // namespace
 
-QStringList cellList(const QString& category, const QString& listKind, const QString& cellText, const PhraseCache& cache) {
+QStringList cellList(const QString& category, const QString& listKind, const QString& cellText,
+                     const PhraseCache& cache) {
     const QString own = cellText.trimmed();
     QStringList items{own};
     if (cache.empty()) return items;
@@ -105,8 +112,10 @@ QStringList cellList(const QString& category, const QString& listKind, const QSt
 QString materialSizes(Connection& connection, const QString& code, const QString& vendor) {
     QString result;
     for (const QChar letter : code) {
-        const Recordset row = select(connection, sql(u"select * from 片語資料 where 類別='EN-材質編碼' and 內容='{}' and 廠商代號='{}' ",
-                                                     QString(letter), vendor));
+        const Recordset row =
+            select(connection,
+                   sql(u"select * from 片語資料 where 類別='EN-材質編碼' and 內容='{}' and 廠商代號='{}' ",
+                       QString(letter), vendor));
         if (row.RecordCount() > 0) result += row.text(u"尺寸大小").trimmed();
     }
     return result.isEmpty() ? code : result;

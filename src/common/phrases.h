@@ -24,7 +24,8 @@ QStringList phrasesOf(Session& session, const QString& subCategory, const QStrin
 /// Items of the in-cell list of a kind: the cell's own text first, then a fixed set or phrases. `category` "AB-單位" takes
 /// phrases whose 分類 is `listKind`; else those whose 類別 is `listKind` or `category`. Without phrases at hand the list
 /// holds the own text only.
-QStringList cellList(const QString& category, const QString& listKind, const QString& cellText, const PhraseCache& cache);
+QStringList cellList(const QString& category, const QString& listKind, const QString& cellText,
+                     const PhraseCache& cache);
 
 /// Sizes that a vendor uses for the letters of a material code, from the phrases "EN-材質編碼". A letter without a phrase
 /// is dropped; an empty result gives the code itself.

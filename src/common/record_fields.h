@@ -16,7 +16,8 @@ struct FieldOf {
 template <typename Record, size_t N>
 QStringList textsOf(const std::array<FieldOf<Record>, N>& fields, const Record& record) {
     QStringList texts;
-    for (const auto& field : fields) texts << record.*field.member;
+    for (const auto& field : fields)
+        texts << record.*field.member;
     return texts;
 }
 
@@ -24,7 +25,8 @@ QStringList textsOf(const std::array<FieldOf<Record>, N>& fields, const Record& 
 template <typename Record, size_t N>
 Record recordOf(const std::array<FieldOf<Record>, N>& fields, const QStringList& texts) {
     Record record;
-    for (size_t i = 0; i < N; ++i) record.*fields[i].member = texts.value(static_cast<qsizetype>(i));
+    for (size_t i = 0; i < N; ++i)
+        record.*fields[i].member = texts.value(static_cast<qsizetype>(i));
     return record;
 }
 
@@ -38,7 +40,8 @@ bool isBlank(const std::array<FieldOf<Record>, N>& fields, const Record& record)
 /// Reads the fields of a recordset's current row, trimmed, by their names.
 template <typename Rows, typename Record, size_t N>
 void readFields(const Rows& rows, const std::array<FieldOf<Record>, N>& fields, Record& record) {
-    for (const auto& field : fields) record.*field.member = rows.text(field.name).trimmed();
+    for (const auto& field : fields)
+        record.*field.member = rows.text(field.name).trimmed();
 }
 
 } // namespace liaowu

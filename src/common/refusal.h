@@ -7,7 +7,8 @@ namespace liaowu {
 /// A rule that stops an operation in the midst of its transaction: nothing stays, and the user reads why.
 class Refusal : public std::exception {
 public:
-    Refusal(QString boxTitle, QString boxText) : title(std::move(boxTitle)), text(std::move(boxText)), utf8(text.toUtf8()) {}
+    Refusal(QString boxTitle, QString boxText)
+        : title(std::move(boxTitle)), text(std::move(boxText)), utf8(text.toUtf8()) {}
     const char* what() const noexcept override { return utf8.constData(); }
     QString title, text;
 

@@ -5,8 +5,8 @@ namespace liaowu {
 
 /// What a user may do in one module; all false until loaded.
 struct UserRights {
-    bool 查看 = false, 修改 = false, 新增 = false, 打印 = false, 刪除 = false, 審單 = false, 核准 = false, 審核 = false,
-         驗收 = false, 金額 = false, 批審 = false, 批轉 = false, 批核 = false, Excel = false;
+    bool 查看 = false, 修改 = false, 新增 = false, 打印 = false, 刪除 = false, 審單 = false, 核准 = false,
+         審核 = false, 驗收 = false, 金額 = false, 批審 = false, 批轉 = false, 批核 = false, Excel = false;
 };
 
 /// Loads the user's row of 使用者資料 (salesperson, administrator mark), the scope of 使用者業務明細 and 公式1 of

@@ -22,8 +22,9 @@ struct Session {
     QString connectionString;
     QString functionName;
     QString userName;
-    QString approvalParam; ///< "N" switches approval off for this launch; "Y" and empty are told apart by screens
-    QString otherParam;    ///< connection string of the second database
+    QString
+        approvalParam; ///< "N" switches approval off for this launch; "Y" and empty are told apart by screens
+    QString otherParam; ///< connection string of the second database
     QString screenFunction;
     QString category;    ///< item family word: 紙板, 物料, 紙品 or 凸版
     QString formulaMode; ///< of the formula screen at launch; later the family handed to a lookup window

@@ -25,7 +25,8 @@ Decimal rounded(const QString& plain, int decimals) {
     QString digits = whole + fraction.left(decimals).leftJustified(decimals, u'0');
     if (fraction.size() > decimals && fraction[decimals] >= u'5') {
         qsizetype i = digits.size() - 1;
-        while (i >= 0 && digits[i] == u'9') digits[i--] = u'0';
+        while (i >= 0 && digits[i] == u'9')
+            digits[i--] = u'0';
         if (i >= 0) {
             digits[i] = QChar(digits[i].unicode() + 1);
         } else {
@@ -39,24 +40,29 @@ Decimal rounded(const QString& plain, int decimals) {
     return result;
 }
 
-bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool isDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
+}
 
 } // namespace
 
 QString format(double value, QStringView mask) {
     if (mask == u"####/##/##") {
         const QString digits = numberText(value).rightJustified(8, u'0');
-        return digits.left(digits.size() - 4) + u'/' + digits.mid(digits.size() - 4, 2) + u'/' + digits.right(2);
+        return digits.left(digits.size() - 4) + u'/' + digits.mid(digits.size() - 4, 2) + u'/' +
+               digits.right(2);
     }
     const qsizetype point = mask.indexOf(u'.');
     const int decimals = point < 0 ? 0 : static_cast<int>(mask.size() - point - 1);
     const QStringView wholeMask = point < 0 ? mask : mask.left(point);
     Decimal parts = rounded(numberText(value), decimals);
     QString whole = parts.whole;
-    while (whole.size() > 1 && whole.startsWith(u'0')) whole.remove(0, 1);
+    while (whole.size() > 1 && whole.startsWith(u'0'))
+        whole.remove(0, 1);
     whole = whole.rightJustified(wholeMask.count(u'0'), u'0');
     if (wholeMask.contains(u','))
-        for (qsizetype i = whole.size() - 3; i > 0; i -= 3) whole.insert(i, u',');
+        for (qsizetype i = whole.size() - 3; i > 0; i -= 3)
+            whole.insert(i, u',');
     QString result = parts.negative ? u'-' + whole : whole;
     if (decimals > 0) result += u'.' + parts.fraction;
     return result;
@@ -69,11 +75,16 @@ QString formatAmount(const QString& text) {
     const qsizetype point = plain.indexOf(u'.');
     const qsizetype decimals = point < 0 ? 0 : plain.size() - point - 1;
     switch (decimals) {
-    case 0: return format(value, u"###,###,##0");
-    case 1: return format(value, u"###,###,##0.0");
-    case 3: return format(value, u"###,###,##0.000");
-    case 4: return format(value, u"###,###,##0.0000");
-    default: return format(value, u"###,###,##0.00");
+    case 0:
+        return format(value, u"###,###,##0");
+    case 1:
+        return format(value, u"###,###,##0.0");
+    case 3:
+        return format(value, u"###,###,##0.000");
+    case 4:
+        return format(value, u"###,###,##0.0000");
+    default:
+        return format(value, u"###,###,##0.00");
     }
 }
 
@@ -183,21 +194,33 @@ int upperKey(int key) {
 int filterKey(int key, int mode) {
     if (key == 8 || key == 13) return key;
     const auto digits = [&] { return key >= '0' && key <= '9'; };
-    const auto oneOf = [&](const char* set) { return key > 0 && key < 0x80 && std::string_view(set).find(static_cast<char>(key)) != std::string_view::npos; };
+    const auto oneOf = [&](const char* set) {
+        return key > 0 && key < 0x80 &&
+               std::string_view(set).find(static_cast<char>(key)) != std::string_view::npos;
+    };
     switch (mode) {
-    case 1: return digits() ? key : 0;
+    case 1:
+        return digits() ? key : 0;
     case 2: {
         const int upper = upperKey(key);
         return upper >= 'A' && upper <= 'Z' ? upper : 0;
     }
-    case 3: return digits() || oneOf(".-=") ? key : 0;
-    case 4: return digits() || oneOf(" :-") ? key : 0;
-    case 5: return digits() || oneOf(".+") ? key : 0;
-    case 6: return oneOf("YN.*") ? key : 0;
-    case 7: return oneOf("V.*") ? key : 0;
-    case 8: return oneOf("YNHC.*") ? key : 0;
-    case 9: return digits() || oneOf(".-+") ? key : 0;
-    default: return key;
+    case 3:
+        return digits() || oneOf(".-=") ? key : 0;
+    case 4:
+        return digits() || oneOf(" :-") ? key : 0;
+    case 5:
+        return digits() || oneOf(".+") ? key : 0;
+    case 6:
+        return oneOf("YN.*") ? key : 0;
+    case 7:
+        return oneOf("V.*") ? key : 0;
+    case 8:
+        return oneOf("YNHC.*") ? key : 0;
+    case 9:
+        return digits() || oneOf(".-+") ? key : 0;
+    default:
+        return key;
     }
 }
 

@@ -47,14 +47,17 @@ std::vector<UserRow> usersOf(Connection& connection) {
     }
     QSet<QString> scoped;
     Recordset scopes = select(connection, sql(u"select distinct 使用者 from 使用者業務明細"));
-    for (; !scopes.EOF_(); scopes.MoveNext()) scoped.insert(scopes.text(u"使用者").trimmed());
+    for (; !scopes.EOF_(); scopes.MoveNext())
+        scoped.insert(scopes.text(u"使用者").trimmed());
 
     std::vector<UserRow> users;
-    Recordset rows = select(connection, sql(u"select 使用者,管理者,業務員名稱 from 使用者資料 order by 使用者"));
+    Recordset rows =
+        select(connection, sql(u"select 使用者,管理者,業務員名稱 from 使用者資料 order by 使用者"));
     for (; !rows.EOF_(); rows.MoveNext()) {
         const QString name = rows.text(u"使用者").trimmed();
-        const QString role = isAdministratorMark(rows.text(u"管理者")) ? u"管理者"_s
-                                                                       : roleOf(granted.value(name), scoped.contains(name));
+        const QString role = isAdministratorMark(rows.text(u"管理者"))
+                                 ? u"管理者"_s
+                                 : roleOf(granted.value(name), scoped.contains(name));
         users.push_back({name, rows.text(u"業務員名稱").trimmed(), role});
     }
     return users;

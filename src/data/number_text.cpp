@@ -11,7 +11,8 @@ QString numberText(double value) {
     const int exponent = text.mid(e + 1).toInt();
     const bool negative = text.startsWith(u'-');
     QString digits = text.mid(negative ? 1 : 0, e - (negative ? 1 : 0)).remove(u'.');
-    while (digits.size() > 1 && digits.endsWith(u'0')) digits.chop(1);
+    while (digits.size() > 1 && digits.endsWith(u'0'))
+        digits.chop(1);
     QString result;
     if (exponent < 0) {
         result = QStringLiteral("0.") + QString(-exponent - 1, u'0') + digits;
@@ -26,9 +27,13 @@ QString numberText(double value) {
 double val(QStringView text) {
     QByteArray number;
     qsizetype i = 0;
-    const auto blank = [&](QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r' || c == u'\u3000'; };
-    while (i < text.size() && blank(text[i])) ++i;
-    if (i < text.size() && (text[i] == u'-' || text[i] == u'+')) number += static_cast<char>(text[i++].unicode());
+    const auto blank = [&](QChar c) {
+        return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r' || c == u'\u3000';
+    };
+    while (i < text.size() && blank(text[i]))
+        ++i;
+    if (i < text.size() && (text[i] == u'-' || text[i] == u'+'))
+        number += static_cast<char>(text[i++].unicode());
     bool point = false;
     for (; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();

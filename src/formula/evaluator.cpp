@@ -14,7 +14,8 @@ CStack::Variant CStack::Pop() {
 }
 
 const CStack::Variant& CStack::GetPopValue() const {
-    if (items.empty()) throw FormulaError(FormulaError::EmptyGetPop, u"GetPopValue method invoked on empty stack"_s);
+    if (items.empty())
+        throw FormulaError(FormulaError::EmptyGetPop, u"GetPopValue method invoked on empty stack"_s);
     return items.back();
 }
 
@@ -85,18 +86,21 @@ int CEval::ToPostfix(const QString& text, QString& tokens) {
         } else if (c == u')') {
             if (state != State::Operand) return failed(u"Operand expected", column);
             if (depth == 0) return failed(u"Closing parenthesis without matching open parenthesis", column);
-            while (top() != u"(") popToOutput();
+            while (top() != u"(")
+                popToOutput();
             operators.Pop();
             --depth;
             ++i;
         } else if (c == u'+' || c == u'-' || c == u'*' || c == u'/' || c == u'^') {
             if (state == State::Operand) {
                 const int precedence = Precedence(QString(c));
-                while (operators.StackSize() > 0 && Precedence(top()) >= precedence) popToOutput();
+                while (operators.StackSize() > 0 && Precedence(top()) >= precedence)
+                    popToOutput();
                 operators.Push(QString(c));
                 state = State::Operator;
             } else {
-                if (state == State::Sign || (c != u'-' && c != u'+')) return failed(u"Operand expected", column);
+                if (state == State::Sign || (c != u'-' && c != u'+'))
+                    return failed(u"Operand expected", column);
                 if (c == u'-') operators.Push(u"(-)"_s);
                 state = State::Sign;
             }
@@ -118,7 +122,8 @@ int CEval::ToPostfix(const QString& text, QString& tokens) {
             if (state == State::Operand) return failed(u"Operator expected", column);
             if (!IsSymbolStart(c)) return failed(u"Unexpected character encountered", column);
             QString name;
-            while (i < text.size() && IsSymbolChar(text[i])) name += text[i++];
+            while (i < text.size() && IsSymbolChar(text[i]))
+                name += text[i++];
             if (!m_SymbolTable.IsSymbolDefined(name)) {
                 lastError = u"Undefined symbol : '"_s + name + u'\'';
                 return static_cast<int>(column);
@@ -129,7 +134,8 @@ int CEval::ToPostfix(const QString& text, QString& tokens) {
     }
     if (state == State::Operator || state == State::Sign) return failed(u"Operand expected", text.size() + 1);
     if (depth > 0) return failed(u"Closing parenthesis expected", text.size() + 1);
-    while (operators.StackSize() > 0) popToOutput();
+    while (operators.StackSize() > 0)
+        popToOutput();
     return 0;
 }
 
@@ -164,7 +170,8 @@ double CEval::EvaluatePostfix(const QString& tokens) const {
         } else if (token == u"^") {
             const double right = pop();
             const double power = std::pow(pop(), right);
-            if (std::isnan(power)) throw FormulaError(FormulaError::InvalidCall, u"Invalid procedure call or argument"_s);
+            if (std::isnan(power))
+                throw FormulaError(FormulaError::InvalidCall, u"Invalid procedure call or argument"_s);
             push(power);
         } else if (token == u"(-)") {
             push(-pop());

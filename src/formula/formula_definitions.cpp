@@ -12,8 +12,8 @@ namespace {
 FormulaTable read(Recordset rows) {
     FormulaTable table;
     for (; !rows.EOF_(); rows.MoveNext())
-        table.push_back({rows.text(u"單位1"), rows.text(u"單位2"), rows.text(u"基本單位"), rows.text(u"計價單位"),
-                         rows.text(u"公式"), rows.text(u"序"), rows.text(u"類別")});
+        table.push_back({rows.text(u"單位1"), rows.text(u"單位2"), rows.text(u"基本單位"),
+                         rows.text(u"計價單位"), rows.text(u"公式"), rows.text(u"序"), rows.text(u"類別")});
     return table;
 }
 
@@ -24,9 +24,11 @@ bool sameUnit(const QString& stored, const QString& wanted) {
 } // namespace
 
 FormulaTable loadFormulas(Connection& connection, FormulaOrder order) {
-    return read(select(connection, order == FormulaOrder::ByCategory
-                                       ? sql(u"select 單位1,單位2,計價單位,公式,序,類別,基本單位 from [採購計價公式] order by 類別 ")
-                                       : sql(u"select 單位1,單位2,計價單位,公式,序,類別,基本單位 from [採購計價公式] order by 序")));
+    return read(select(
+        connection,
+        order == FormulaOrder::ByCategory
+            ? sql(u"select 單位1,單位2,計價單位,公式,序,類別,基本單位 from [採購計價公式] order by 類別 ")
+            : sql(u"select 單位1,單位2,計價單位,公式,序,類別,基本單位 from [採購計價公式] order by 序")));
 }
 
 FormulaTable loadFormulasOf(Connection& connection, const QString& category) {
@@ -56,8 +58,8 @@ void saveFormulas(Session& session, const QString& category, const FormulaTable&
 
 bool isPlainFormula(const QString& formula) {
     QString rest = formula;
-    for (const auto& word : {u"寬"_s, u"長"_s, u"數量"_s, u"單價"_s, u"基重"_s, u"+"_s, u"-"_s, u"*"_s, u"/"_s, u"("_s,
-                             u")"_s, u" "_s})
+    for (const auto& word : {u"寬"_s, u"長"_s, u"數量"_s, u"單價"_s, u"基重"_s, u"+"_s, u"-"_s, u"*"_s,
+                             u"/"_s, u"("_s, u")"_s, u" "_s})
         rest.remove(word);
     rest = rest.trimmed();
     if (rest.isEmpty()) return true;
@@ -68,8 +70,9 @@ bool isPlainFormula(const QString& formula) {
 
 std::optional<QString> selectFormula(const FormulaTable& table, const FormulaKey& key) {
     const auto match = std::find_if(table.begin(), table.end(), [&](const PricingFormula& row) {
-        return sameUnit(row.單位1, key.unit1) && sameUnit(row.單位2, key.unit2) && sameUnit(row.計價單位, key.pricingUnit) &&
-               sameUnit(row.基本單位, key.baseUnit) && row.類別.trimmed() == key.category;
+        return sameUnit(row.單位1, key.unit1) && sameUnit(row.單位2, key.unit2) &&
+               sameUnit(row.計價單位, key.pricingUnit) && sameUnit(row.基本單位, key.baseUnit) &&
+               row.類別.trimmed() == key.category;
     });
     if (match == table.end()) return std::nullopt;
     const QString formula = match->公式.toUpper();
@@ -90,7 +93,8 @@ QString substituteFormula(const QString& formula, const FormulaValues& values, c
 NumberAndUnit splitNumberAndUnit(const QString& text) {
     QString number;
     QString rest;
-    for (const QChar c : text) ((c >= u'0' && c <= u'9') || c == u'.' ? number : rest) += c;
+    for (const QChar c : text)
+        ((c >= u'0' && c <= u'9') || c == u'.' ? number : rest) += c;
     return {val(number), rest.remove(u' ')};
 }
 

@@ -50,7 +50,8 @@ struct FormulaMasks {
     const char16_t* sizes = u"0.00000";
     const char16_t* figures = u"0.00000";
 };
-QString substituteFormula(const QString& formula, const FormulaValues& values, const FormulaMasks& masks = {});
+QString substituteFormula(const QString& formula, const FormulaValues& values,
+                          const FormulaMasks& masks = {});
 
 /// A text cut into the number that its digits and points spell, wherever they stand, and the rest without blanks: K200
 /// gives 200 and "K".

@@ -45,11 +45,12 @@ struct PadKey {
     int index, row, column;
     const char16_t* caption;
 };
-constexpr PadKey pad[] = {{7, 0, 0, u"7"},    {8, 0, 1, u"8"},    {9, 0, 2, u"9"},    {13, 0, 3, u"/"},  {16, 0, 4, u"長"},
-                          {15, 0, 5, u"寬"},  {4, 1, 0, u"4"},    {5, 1, 1, u"5"},    {6, 1, 2, u"6"},   {12, 1, 3, u"*"},
-                          {21, 1, 4, u"高"},  {17, 1, 5, u"數量"}, {1, 2, 0, u"1"},   {2, 2, 1, u"2"},   {3, 2, 2, u"3"},
-                          {11, 2, 3, u"-"},   {18, 2, 4, u"基重"}, {19, 2, 5, u"單價"}, {0, 3, 0, u"0"},  {14, 3, 1, u"."},
-                          {23, 3, 2, u"("},   {10, 3, 3, u"+"},   {22, 3, 4, u")"},   {20, 3, 5, u"C"}};
+constexpr PadKey pad[] = {{7, 0, 0, u"7"},     {8, 0, 1, u"8"},     {9, 0, 2, u"9"},   {13, 0, 3, u"/"},
+                          {16, 0, 4, u"長"},   {15, 0, 5, u"寬"},   {4, 1, 0, u"4"},   {5, 1, 1, u"5"},
+                          {6, 1, 2, u"6"},     {12, 1, 3, u"*"},    {21, 1, 4, u"高"}, {17, 1, 5, u"數量"},
+                          {1, 2, 0, u"1"},     {2, 2, 1, u"2"},     {3, 2, 2, u"3"},   {11, 2, 3, u"-"},
+                          {18, 2, 4, u"基重"}, {19, 2, 5, u"單價"}, {0, 3, 0, u"0"},   {14, 3, 1, u"."},
+                          {23, 3, 2, u"("},    {10, 3, 3, u"+"},    {22, 3, 4, u")"},  {20, 3, 5, u"C"}};
 constexpr int ClearKey = 20;
 
 } // namespace
@@ -70,12 +71,14 @@ public:
 
 protected:
     void prepare() override {
-        guarded(session, u"取得所有片語資料錯誤"_s, [this] { phraseCache = loadPhrases(session, u"AB-單位"_s); });
+        guarded(session, u"取得所有片語資料錯誤"_s,
+                [this] { phraseCache = loadPhrases(session, u"AB-單位"_s); });
     }
 
     void start() override {
         showPage(ModeEdit);
-        for (int panel = 1; panel <= 8; ++panel) setStatus(panel, QString());
+        for (int panel = 1; panel <= 8; ++panel)
+            setStatus(panel, QString());
         if (conversion) {
             formulaKind = u"單位換算"_s;
             loadFormulas();
@@ -139,7 +142,8 @@ private:
             made->setObjectName(u"scmdNum(%1)"_s.arg(key.index));
             made->setFocusPolicy(Qt::NoFocus);
             made->setFixedWidth(58);
-            connect(made, &QPushButton::clicked, this, [this, key] { padPressed(key.index, QString::fromUtf16(key.caption)); });
+            connect(made, &QPushButton::clicked, this,
+                    [this, key] { padPressed(key.index, QString::fromUtf16(key.caption)); });
             keys->addWidget(made, key.row, key.column);
         }
         // The grid keeps its size when the pad comes and goes.
@@ -157,8 +161,9 @@ private:
             updateDelete();
         };
         grid->events.list = [this](int row, const QString& title) {
-            return title == u"計算公式" ? QStringList()
-                                        : cellList(u"AB-單位"_s, u"耗材類"_s, grid->text(row, title), phraseCache);
+            return title == u"計算公式"
+                       ? QStringList()
+                       : cellList(u"AB-單位"_s, u"耗材類"_s, grid->text(row, title), phraseCache);
         };
         grid->events.edited = [this](int, const QString&, const QString&, bool) {
             updateDelete();
@@ -175,7 +180,9 @@ private:
         });
     }
 
-    void updateDelete() { removeButton->setEnabled(grid->lineCount() > 0 && grid->currentRow() <= grid->lineCount()); }
+    void updateDelete() {
+        removeButton->setEnabled(grid->lineCount() > 0 && grid->currentRow() <= grid->lineCount());
+    }
 
     void padPressed(int index, const QString& caption) {
         grid->endEdit();
@@ -206,8 +213,9 @@ private:
             Connection connection(session.pool, session.connectionString);
             int row = 0;
             for (const PricingFormula& formula : loadFormulasOf(connection, formulaKind))
-                grid->setRowTexts(++row, {formula.單位1.trimmed(), formula.單位2.trimmed(), formula.基本單位.trimmed(),
-                                          formula.計價單位.trimmed(), formula.公式.trimmed()});
+                grid->setRowTexts(++row, {formula.單位1.trimmed(), formula.單位2.trimmed(),
+                                          formula.基本單位.trimmed(), formula.計價單位.trimmed(),
+                                          formula.公式.trimmed()});
             grid->setLineCount(row);
         });
     }
@@ -220,7 +228,8 @@ private:
                 grid->select(row, title);
                 return true;
             };
-            if (missing(pricingTitle(), u"第%1筆明細計價單位為必輸入項目!"_s) || missing(u"計算公式"_s, u"第%1筆明細公式為必輸入項!"_s))
+            if (missing(pricingTitle(), u"第%1筆明細計價單位為必輸入項目!"_s) ||
+                missing(u"計算公式"_s, u"第%1筆明細公式為必輸入項!"_s))
                 return;
         }
         FormulaTable rows;
@@ -236,7 +245,8 @@ private:
             return;
         }
         markModified(false);
-        session.messages.inform(u"儲存"_s, u"儲存完畢,新的設定必須重新調入採購作業系統或入庫作業系統才能生效"_s);
+        session.messages.inform(u"儲存"_s,
+                                u"儲存完畢,新的設定必須重新調入採購作業系統或入庫作業系統才能生效"_s);
     }
 
     bool conversion;
@@ -249,7 +259,8 @@ private:
 };
 
 void registerFormulaScreen(Process& process) {
-    process.registerScreen(u"frm原料計價公式"_s, [](Process& on) -> ScreenFrame* { return new frm原料計價公式(on); });
+    process.registerScreen(u"frm原料計價公式"_s,
+                           [](Process& on) -> ScreenFrame* { return new frm原料計價公式(on); });
 }
 
 } // namespace liaowu

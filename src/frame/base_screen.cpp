@@ -65,7 +65,9 @@ ScreenFrame::ScreenFrame(Process& on, ScreenInfo info)
     qApp->installEventFilter(this);
 }
 
-ScreenFrame::~ScreenFrame() { process.forget(this); }
+ScreenFrame::~ScreenFrame() {
+    process.forget(this);
+}
 
 void ScreenFrame::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
@@ -92,7 +94,9 @@ void ScreenFrame::activate() {
     watchTyping();
 }
 
-QString ScreenFrame::refusalText() const { return RefusedText; }
+QString ScreenFrame::refusalText() const {
+    return RefusedText;
+}
 
 void ScreenFrame::start() {
     if (!about.document || !rights.新增) {
@@ -104,7 +108,9 @@ void ScreenFrame::start() {
     }
 }
 
-void ScreenFrame::refuse(const QString& text) { session.messages.warn(RefusedTitle, text); }
+void ScreenFrame::refuse(const QString& text) {
+    session.messages.warn(RefusedTitle, text);
+}
 
 // ---- toolbar ----
 
@@ -147,10 +153,18 @@ void ScreenFrame::runTool(const QString& key) {
     if (alive) running = false;
 }
 
-bool ScreenFrame::isToolOn(const QString& key) const { return strip->isOn(key) && strip->isShown(key); }
-bool ScreenFrame::isToolShown(const QString& key) const { return strip->isShown(key); }
-void ScreenFrame::setToolOn(const QString& key, bool on) { strip->setOn(key, on); }
-void ScreenFrame::hideTool(const QString& key) { strip->setShown(key, false); }
+bool ScreenFrame::isToolOn(const QString& key) const {
+    return strip->isOn(key) && strip->isShown(key);
+}
+bool ScreenFrame::isToolShown(const QString& key) const {
+    return strip->isShown(key);
+}
+void ScreenFrame::setToolOn(const QString& key, bool on) {
+    strip->setOn(key, on);
+}
+void ScreenFrame::hideTool(const QString& key) {
+    strip->setShown(key, false);
+}
 
 bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
     const bool control = modifiers & Qt::ControlModifier;
@@ -165,13 +179,21 @@ bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
         return false;
     }
     switch (key) {
-    case Qt::Key_F1: return run(u"add"_s);
-    case Qt::Key_F2: return run(u"search"_s);
-    case Qt::Key_F3: return run(u"del"_s);
-    case Qt::Key_F4: return run(u"print"_s);
-    case Qt::Key_PageUp: return run(u"previous"_s);
-    case Qt::Key_PageDown: return run(u"next"_s);
-    case Qt::Key_Escape: close(); return true;
+    case Qt::Key_F1:
+        return run(u"add"_s);
+    case Qt::Key_F2:
+        return run(u"search"_s);
+    case Qt::Key_F3:
+        return run(u"del"_s);
+    case Qt::Key_F4:
+        return run(u"print"_s);
+    case Qt::Key_PageUp:
+        return run(u"previous"_s);
+    case Qt::Key_PageDown:
+        return run(u"next"_s);
+    case Qt::Key_Escape:
+        close();
+        return true;
     case Qt::Key_F8:
         if (currentMode == ModeBatch) return run(u"save"_s);
         // Unlike the toolbar's key, F8 keeps the screen open.
@@ -192,7 +214,8 @@ bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
             }
         }
         return true;
-    default: return false;
+    default:
+        return false;
     }
 }
 
@@ -212,7 +235,8 @@ bool ScreenFrame::enterKey(QWidget* target) {
 
 bool ScreenFrame::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease && watched == panels[7]) clickPanel(8);
-    if (event->type() != QEvent::KeyPress || !activated || !isEnabled()) return QWidget::eventFilter(watched, event);
+    if (event->type() != QEvent::KeyPress || !activated || !isEnabled())
+        return QWidget::eventFilter(watched, event);
     auto* target = qobject_cast<QWidget*>(watched);
     if (!target || target->window() != this || QApplication::activePopupWidget()) return false;
     auto* key = static_cast<QKeyEvent*>(event);
@@ -222,10 +246,12 @@ bool ScreenFrame::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-void ScreenFrame::bindLookup(const QString& field, const QString& buttonName, std::function<void(bool)> lookup) {
+void ScreenFrame::bindLookup(const QString& field, const QString& buttonName,
+                             std::function<void(bool)> lookup) {
     lookups.insert(field, lookup);
     if (!buttonName.isEmpty())
-        connect(button(this, buttonName), &QPushButton::clicked, this, [lookup = std::move(lookup)] { lookup(true); });
+        connect(button(this, buttonName), &QPushButton::clicked, this,
+                [lookup = std::move(lookup)] { lookup(true); });
 }
 
 // ---- pages and state ----
@@ -247,8 +273,9 @@ void ScreenFrame::showPage(const QString& mode) {
 }
 
 void ScreenFrame::showTools() {
-    static const QStringList needRecord{u"reload"_s, u"del"_s,  u"save"_s, u"first"_s, u"previous"_s, u"next"_s,
-                                        u"last"_s,   u"審單"_s, u"審核"_s, u"print"_s, u"詢價記錄"_s};
+    static const QStringList needRecord{u"reload"_s,   u"del"_s,   u"save"_s,    u"first"_s,
+                                        u"previous"_s, u"next"_s,  u"last"_s,    u"審單"_s,
+                                        u"審核"_s,     u"print"_s, u"詢價記錄"_s};
     for (const Tool& tool : toolsOf(about.tools)) {
         if (tool.key == u"|") continue;
         const bool nothing = currentMode == ModeEdit && !hasRecord && needRecord.contains(tool.key);
@@ -256,8 +283,12 @@ void ScreenFrame::showTools() {
     }
 }
 
-void ScreenFrame::setStatus(int panel, const QString& text) { panels[static_cast<size_t>(panel - 1)]->setText(text); }
-QString ScreenFrame::statusText(int panel) const { return panels[static_cast<size_t>(panel - 1)]->text(); }
+void ScreenFrame::setStatus(int panel, const QString& text) {
+    panels[static_cast<size_t>(panel - 1)]->setText(text);
+}
+QString ScreenFrame::statusText(int panel) const {
+    return panels[static_cast<size_t>(panel - 1)]->text();
+}
 
 void ScreenFrame::updateStatus() {
     const bool recordShown = currentMode == ModeAdd || currentMode == ModeEdit;
@@ -273,8 +304,12 @@ void ScreenFrame::updateStatus() {
     setStatus(4, recordShown && browseSet.isOpen() ? QString::number(browseSet.RecordCount()) : QString());
 }
 
-QString ScreenFrame::notice() const { return noticeLabel->text(); }
-void ScreenFrame::showNotice(const QString& text) { noticeLabel->setText(text); }
+QString ScreenFrame::notice() const {
+    return noticeLabel->text();
+}
+void ScreenFrame::showNotice(const QString& text) {
+    noticeLabel->setText(text);
+}
 
 void ScreenFrame::markModified(bool modified) {
     if (modified && currentMode != ModeAdd && currentMode != ModeEdit) return;
@@ -282,15 +317,16 @@ void ScreenFrame::markModified(bool modified) {
     strip->markUnsaved(modified);
 }
 
-void ScreenFrame::discardTyping() { markModified(false); }
+void ScreenFrame::discardTyping() {
+    markModified(false);
+}
 
 void ScreenFrame::watchTyping() {
     for (EntryField* field : record->findChildren<EntryField*>()) {
         if (field->property("cellEditor").toBool()) continue;
         connect(field, &EntryField::typedInto, this, [this] { markModified(true); });
-        connect(field, &EntryField::cut, this, [this](int limit) {
-            session.messages.warn(u"訊息"_s, u"最多只可輸入%1個字!"_s.arg(limit));
-        });
+        connect(field, &EntryField::cut, this,
+                [this](int limit) { session.messages.warn(u"訊息"_s, u"最多只可輸入%1個字!"_s.arg(limit)); });
     }
     for (EntryCombo* field : record->findChildren<EntryCombo*>())
         connect(field, &QComboBox::activated, this, [this] { markModified(true); });
@@ -480,7 +516,8 @@ void ScreenFrame::openBatch() {
     if (!batchPage) {
         batchPage = new BatchPage(process, batchSpec(), this);
         addPage(ModeBatch, batchPage);
-        connect(batchPage, &BatchPage::listed, this, [this](int rows) { setStatus(2, QString::number(rows)); });
+        connect(batchPage, &BatchPage::listed, this,
+                [this](int rows) { setStatus(2, QString::number(rows)); });
     }
     showPage(ModeBatch);
     setStatus(1, u"查詢筆數"_s);
@@ -494,8 +531,9 @@ void ScreenFrame::clickPanel(int panel) {
 }
 
 void ScreenFrame::openHistory() {
-    showChangeHistory(process, this,
-                      {about.table, about.keyColumn, controlText(entry(record, about.keyField)), about.document ? 1 : 0});
+    showChangeHistory(
+        process, this,
+        {about.table, about.keyColumn, controlText(entry(record, about.keyField)), about.document ? 1 : 0});
 }
 
 void ScreenFrame::closeEvent(QCloseEvent* event) {

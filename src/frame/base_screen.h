@@ -30,7 +30,8 @@ struct ScreenInfo {
     QString addingText = QStringLiteral("新增中....");
     bool document = true;    ///< audit columns 製單人 rather than 建檔人
     bool endsProcess = true; ///< closing ends the process outright
-    bool freshKeys = false;  ///< navigation reads the keys anew each time, so that it sees what others added and deleted
+    bool freshKeys =
+        false; ///< navigation reads the keys anew each time, so that it sees what others added and deleted
     std::vector<QString> tools;
 };
 
@@ -117,7 +118,8 @@ protected:
     QWidget* recordPage() const { return record; }
     ToolStrip* toolStrip() const { return strip; }
     /// Runs `lookup` on Enter in the field and on a click of its button; a field not typed into only moves on.
-    void bindLookup(const QString& field, const QString& buttonName, std::function<void(bool fromButton)> lookup);
+    void bindLookup(const QString& field, const QString& buttonName,
+                    std::function<void(bool fromButton)> lookup);
 
     QString currentKey;
     QString previousMode;

@@ -111,7 +111,9 @@ void BatchPage::build() {
     column->addWidget(panel);
 }
 
-void BatchPage::endEdit() { grid->endEdit(); }
+void BatchPage::endEdit() {
+    grid->endEdit();
+}
 
 void BatchPage::open() {
     entry(this, spec.dateBoxes[0])->showText(spec.defaults.fromDate);
@@ -129,12 +131,14 @@ void BatchPage::load() {
     guarded(process.session, u"開始查詢錯誤"_s, [this] {
         Connection connection(process.session.pool, process.session.connectionString);
         const BatchInput input{entry(this, spec.dateBoxes[0])->text(), entry(this, spec.dateBoxes[1])->text(),
-                               entry(this, spec.numberBoxes[0])->text(), entry(this, spec.numberBoxes[1])->text()};
+                               entry(this, spec.numberBoxes[0])->text(),
+                               entry(this, spec.numberBoxes[1])->text()};
         const Recordset rows = select(connection, spec.list(input));
         const int count = std::min(rows.RecordCount(), Depth);
         for (int row = 0; row < count; ++row) {
             QStringList texts;
-            for (int c = 0; c < rows.columnCount(); ++c) texts << rows.textAt(row, c).trimmed();
+            for (int c = 0; c < rows.columnCount(); ++c)
+                texts << rows.textAt(row, c).trimmed();
             grid->setRowTexts(row + 1, texts);
         }
         grid->setLineCount(count);
@@ -146,7 +150,8 @@ void BatchPage::markAll() {
     grid->endEdit();
     if (grid->lineCount() == 0) return;
     const QString mark = grid->text(1, spec.markTitle) == u"Y" ? u"N"_s : u"Y"_s;
-    for (int row = 1; row <= grid->lineCount(); ++row) grid->setText(row, spec.markTitle, mark);
+    for (int row = 1; row <= grid->lineCount(); ++row)
+        grid->setText(row, spec.markTitle, mark);
 }
 
 void BatchPage::flip(int row) {
@@ -185,7 +190,8 @@ void BatchPage::approveMarked() {
             }
             ++done;
         }
-        process.desktop.progress(u"整批審單"_s, static_cast<int>(numbers.size()), static_cast<int>(numbers.size()));
+        process.desktop.progress(u"整批審單"_s, static_cast<int>(numbers.size()),
+                                 static_cast<int>(numbers.size()));
     }
     if (!failed.isEmpty()) process.session.messages.stop(u"回填批審錯誤"_s, failed.join(u'\n'));
     process.session.messages.notice(u"已處理 %1 筆,共 %2 筆"_s.arg(done).arg(numbers.size()));

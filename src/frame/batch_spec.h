@@ -13,9 +13,9 @@ struct BatchInput {
 
 /// A batch approval page, declared. The first column of the list is the document's number.
 struct BatchSpec {
-    QString page;             ///< objectName
-    QStringList dateBoxes;    ///< names of the two date boxes
-    QStringList numberBoxes;  ///< names of the two number boxes
+    QString page;            ///< objectName
+    QStringList dateBoxes;   ///< names of the two date boxes
+    QStringList numberBoxes; ///< names of the two number boxes
     BatchInput defaults;
     struct Column {
         QString title;

@@ -39,7 +39,8 @@ bool looksNumeric(const QString& title) {
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     if (isEmpty()) return {};
     if (role == Qt::DisplayRole) return set.textAt(index.row(), index.column());
-    if (role == Qt::TextAlignmentRole && (set.isNumeric(index.column()) || looksNumeric(titles[index.column()])))
+    if (role == Qt::TextAlignmentRole &&
+        (set.isNumeric(index.column()) || looksNumeric(titles[index.column()])))
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
     return {};
 }
@@ -72,10 +73,12 @@ BrowseGrid::BrowseGrid(const QString& name, const Session& session, QWidget* par
         return QColor(bgr & 0xff, (bgr >> 8) & 0xff, (bgr >> 16) & 0xff).name();
     };
     if (session.gridColours[0].isEmpty()) return;
-    setStyleSheet(u"QTableView { background: %1; gridline-color: %7; selection-background-color: %5; selection-color: %6; }"
-                  "QTableView::item { background: %2; } QTableView::item:selected { background: %5; color: %6; }"
-                  "QHeaderView::section { background: %3; color: %4; }"_s.arg(colour(0), colour(1), colour(2), colour(3),
-                                                                              colour(4), colour(5), colour(6)));
+    setStyleSheet(
+        u"QTableView { background: %1; gridline-color: %7; selection-background-color: %5; selection-color: "
+        u"%6; }"
+        "QTableView::item { background: %2; } QTableView::item:selected { background: %5; color: %6; }"
+        "QHeaderView::section { background: %3; color: %4; }"_s.arg(
+            colour(0), colour(1), colour(2), colour(3), colour(4), colour(5), colour(6)));
 }
 
 void BrowseGrid::show(Recordset rows, const QHash<QString, int>& widths) {
@@ -90,7 +93,8 @@ void BrowseGrid::show(Recordset rows, const QHash<QString, int>& widths) {
             } else {
                 int wanted = fontMetrics().horizontalAdvance(titles[c]) + 18;
                 for (int r = 0; r < samples; ++r)
-                    wanted = std::max(wanted, fontMetrics().horizontalAdvance(model_.rows().textAt(r, c)) + 14);
+                    wanted =
+                        std::max(wanted, fontMetrics().horizontalAdvance(model_.rows().textAt(r, c)) + 14);
                 width = std::clamp(wanted, 48, 260);
             }
         }
@@ -100,7 +104,9 @@ void BrowseGrid::show(Recordset rows, const QHash<QString, int>& widths) {
     if (lineCount() > 0) selectRow1(1);
 }
 
-int BrowseGrid::currentRow() const { return model_.isEmpty() || !currentIndex().isValid() ? 0 : currentIndex().row() + 1; }
+int BrowseGrid::currentRow() const {
+    return model_.isEmpty() || !currentIndex().isValid() ? 0 : currentIndex().row() + 1;
+}
 
 void BrowseGrid::selectRow1(int row) {
     for (int c = 0; c < model_.columnCount(); ++c) {
@@ -117,7 +123,8 @@ void BrowseGrid::allowSeveral(bool several) {
 std::vector<int> BrowseGrid::selectedRows() const {
     std::vector<int> rows;
     if (model_.isEmpty()) return rows;
-    for (const QModelIndex& index : selectionModel()->selectedRows()) rows.push_back(index.row() + 1);
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        rows.push_back(index.row() + 1);
     std::sort(rows.begin(), rows.end());
     if (rows.empty() && currentRow() > 0) rows.push_back(currentRow());
     return rows;
@@ -125,7 +132,8 @@ std::vector<int> BrowseGrid::selectedRows() const {
 
 QStringList BrowseGrid::rowTexts(int row) const {
     QStringList texts;
-    for (int c = 0; c < model_.columnCount(); ++c) texts << model_.rows().textAt(row - 1, c);
+    for (int c = 0; c < model_.columnCount(); ++c)
+        texts << model_.rows().textAt(row - 1, c);
     return texts;
 }
 
@@ -135,7 +143,8 @@ void BrowseGrid::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const QString text = event->text();
-    if (!text.isEmpty() && text[0].isPrint() && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+    if (!text.isEmpty() && text[0].isPrint() &&
+        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
         Q_EMIT letterTyped(text);
         return;
     }
@@ -145,7 +154,8 @@ void BrowseGrid::keyPressEvent(QKeyEvent* event) {
 void BrowseGrid::mousePressEvent(QMouseEvent* event) {
     QTableView::mousePressEvent(event);
     const QModelIndex index = indexAt(event->pos());
-    if (event->button() == Qt::RightButton && index.isValid() && !model_.isEmpty()) Q_EMIT rightClicked(index.row() + 1);
+    if (event->button() == Qt::RightButton && index.isValid() && !model_.isEmpty())
+        Q_EMIT rightClicked(index.row() + 1);
 }
 
 void BrowseGrid::wheelEvent(QWheelEvent* event) {

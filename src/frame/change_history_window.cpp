@@ -27,8 +27,8 @@ void showChangeHistory(Process& process, QWidget* owner, const ChangeHistoryOf& 
     QObject::connect(grid, &BrowseGrid::rightClicked, &panel, [&panel] { panel.accept(); });
     guarded(process.session, u"顯示資料錯誤"_s, [&] {
         Connection connection(process.session.pool, process.session.connectionString);
-        grid->show(select(connection, changeHistoryStatement(of.fstr_TableName, of.fstr_KeyName, of.fstr_KeyValue,
-                                                              of.fbyt_Style)),
+        grid->show(select(connection, changeHistoryStatement(of.fstr_TableName, of.fstr_KeyName,
+                                                             of.fstr_KeyValue, of.fbyt_Style)),
                    {{u"項目"_s, 90}, {u"項目值"_s, 210}});
     });
     panel.resize(340, 190);

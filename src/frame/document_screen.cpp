@@ -72,7 +72,8 @@ DocumentScreen::DocumentScreen(Process& on, ScreenInfo info, DocumentSpec declar
         return made;
     };
     connect(command(u"scmd刪除"_s, u"明細刪除"_s), &QPushButton::clicked, this, [this] { deleteLine(); });
-    connect(command(u"scmd輔助"_s, u"輔助 F9"_s), &QPushButton::clicked, this, [this] { fml明細->runPick(); });
+    connect(command(u"scmd輔助"_s, u"輔助 F9"_s), &QPushButton::clicked, this,
+            [this] { fml明細->runPick(); });
     column->addWidget(bottom);
     connect(fml明細, &LineGrid::selectionMoved, this, &DocumentScreen::updateDeleteButton);
     connect(fml明細, &LineGrid::lineCountChanged, this, &DocumentScreen::updateDeleteButton);
@@ -111,10 +112,13 @@ void DocumentScreen::runQuickFind() {
 
 // ---- lines ----
 
-void DocumentScreen::clearRecordPage() { fml明細->clearGrid(); }
+void DocumentScreen::clearRecordPage() {
+    fml明細->clearGrid();
+}
 
 void DocumentScreen::updateDeleteButton() {
-    button(this, u"scmd刪除"_s)->setEnabled(fml明細->currentRow() <= fml明細->lineCount() && fml明細->lineCount() > 0);
+    button(this, u"scmd刪除"_s)
+        ->setEnabled(fml明細->currentRow() <= fml明細->lineCount() && fml明細->lineCount() > 0);
 }
 
 void DocumentScreen::deleteLine() {
@@ -187,7 +191,8 @@ bool DocumentScreen::runSave(bool isNew, const QString& duplicate, bool alsoOnEd
     try {
         const std::optional<SaveConflict> conflict = busily(false);
         if (conflict) {
-            const QString text = u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict->person, conflict->time);
+            const QString text =
+                u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict->person, conflict->time);
             if (!session.messages.ask(u"詢問"_s, text, false)) return false;
             busily(true);
         }
@@ -233,11 +238,18 @@ void DocumentScreen::deleteDocument(const QString& number, const std::function<v
 
 // ---- approval ----
 
-QString DocumentScreen::approvalMark() const { return entry(card, document.approval.markField)->text(); }
-QString DocumentScreen::approvalPerson() const { return label(card, document.approval.personLabels + u"(0)"_s)->text(); }
-QString DocumentScreen::approvalDate() const { return label(card, document.approval.personLabels + u"(1)"_s)->text(); }
+QString DocumentScreen::approvalMark() const {
+    return entry(card, document.approval.markField)->text();
+}
+QString DocumentScreen::approvalPerson() const {
+    return label(card, document.approval.personLabels + u"(0)"_s)->text();
+}
+QString DocumentScreen::approvalDate() const {
+    return label(card, document.approval.personLabels + u"(1)"_s)->text();
+}
 
-void DocumentScreen::showApproval(const QString& mark, const QString& person, const QString& date, bool shown) {
+void DocumentScreen::showApproval(const QString& mark, const QString& person, const QString& date,
+                                  bool shown) {
     entry(card, document.approval.markField)->setText(mark);
     label(card, document.approval.personLabels + u"(0)"_s)->setText(person);
     label(card, document.approval.personLabels + u"(1)"_s)->setText(date);

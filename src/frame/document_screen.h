@@ -15,8 +15,8 @@ namespace liaowu {
 
 /// The words and rights of a document's approval.
 struct ApprovalWords {
-    QString kind = QStringLiteral("審單");           ///< "審單" or "復核", as the dialog shows it
-    QString markField = QStringLiteral("txt審單");   ///< control of the mark
+    QString kind = QStringLiteral("審單");              ///< "審單" or "復核", as the dialog shows it
+    QString markField = QStringLiteral("txt審單");      ///< control of the mark
     QString personLabels = QStringLiteral("txt審單項"); ///< two labels: (0) person, (1) date
     QString panel = QStringLiteral("pic審單");
     bool UserRights::*approve = &UserRights::審單;

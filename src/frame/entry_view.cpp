@@ -24,7 +24,9 @@ void restyle(QWidget* widget, const char* property, bool value) {
 
 } // namespace
 
-int pixelsOfTwips(int twips) { return (twips + 7) / 15; }
+int pixelsOfTwips(int twips) {
+    return (twips + 7) / 15;
+}
 
 EntryField::EntryField(const QString& name, QWidget* parent) : QLineEdit(parent) {
     setObjectName(name);
@@ -167,7 +169,9 @@ void EntryCombo::keyPressEvent(QKeyEvent* event) {
     QComboBox::keyPressEvent(event);
 }
 
-void EntryCombo::wheelEvent(QWheelEvent* event) { event->ignore(); }
+void EntryCombo::wheelEvent(QWheelEvent* event) {
+    event->ignore();
+}
 
 void EntryCombo::showPopup() {
     if (!locked) QComboBox::showPopup();

@@ -22,8 +22,10 @@ Control* named(QWidget* form, const QString& name) {
 
 template <typename Visit>
 void eachField(QWidget* form, Visit visit) {
-    for (EntryField* field : form->findChildren<EntryField*>()) visit(field);
-    for (EntryCombo* field : form->findChildren<EntryCombo*>()) visit(field);
+    for (EntryField* field : form->findChildren<EntryField*>())
+        visit(field);
+    for (EntryCombo* field : form->findChildren<EntryCombo*>())
+        visit(field);
 }
 
 QWidget* makeControl(const FieldSpec& spec, QWidget* card) {
@@ -47,7 +49,8 @@ QWidget* makeControl(const FieldSpec& spec, QWidget* card) {
         return control;
     }
     case FieldSpec::Kind::Entry:
-    case FieldSpec::Kind::Lookup: break;
+    case FieldSpec::Kind::Lookup:
+        break;
     }
     auto* control = new EntryField(spec.control, card);
     control->setFixedWidth(spec.width);
@@ -98,37 +101,60 @@ void buildFields(QWidget* card, const std::vector<FieldSpec>& fields) {
     grid->setColumnStretch(lastColumn * 2 + 2, 1);
 }
 
-EntryField* entry(QWidget* form, const QString& name) { return named<EntryField>(form, name); }
-EntryCombo* combo(QWidget* form, const QString& name) { return named<EntryCombo>(form, name); }
-QLabel* label(QWidget* form, const QString& name) { return named<QLabel>(form, name); }
-QPushButton* button(QWidget* form, const QString& name) { return named<QPushButton>(form, name); }
-QCheckBox* check(QWidget* form, const QString& name) { return named<QCheckBox>(form, name); }
-QPlainTextEdit* memo(QWidget* form, const QString& name) { return named<QPlainTextEdit>(form, name); }
+EntryField* entry(QWidget* form, const QString& name) {
+    return named<EntryField>(form, name);
+}
+EntryCombo* combo(QWidget* form, const QString& name) {
+    return named<EntryCombo>(form, name);
+}
+QLabel* label(QWidget* form, const QString& name) {
+    return named<QLabel>(form, name);
+}
+QPushButton* button(QWidget* form, const QString& name) {
+    return named<QPushButton>(form, name);
+}
+QCheckBox* check(QWidget* form, const QString& name) {
+    return named<QCheckBox>(form, name);
+}
+QPlainTextEdit* memo(QWidget* form, const QString& name) {
+    return named<QPlainTextEdit>(form, name);
+}
 
 void clearForm(QWidget* form) {
     for (EntryField* field : form->findChildren<EntryField*>())
         if (!field->leftAlone) field->showText(QString());
     for (EntryCombo* field : form->findChildren<EntryCombo*>())
         if (!field->leftAlone) field->clear();
-    for (QPlainTextEdit* field : form->findChildren<QPlainTextEdit*>()) field->clear();
+    for (QPlainTextEdit* field : form->findChildren<QPlainTextEdit*>())
+        field->clear();
 }
 
 void lockForm(QWidget* form) {
     eachField(form, [](auto* field) { field->setEnabled(false); });
-    for (QPlainTextEdit* field : form->findChildren<QPlainTextEdit*>()) field->setEnabled(false);
+    for (QPlainTextEdit* field : form->findChildren<QPlainTextEdit*>())
+        field->setEnabled(false);
 }
 
 void unlockForm(QWidget* form) {
     eachField(form, [](auto* field) {
         if (!field->leftAlone) field->setEnabled(true);
     });
-    for (QPlainTextEdit* field : form->findChildren<QPlainTextEdit*>()) field->setEnabled(true);
+    for (QPlainTextEdit* field : form->findChildren<QPlainTextEdit*>())
+        field->setEnabled(true);
 }
 
-void lockField(EntryField* field) { field->lock(false); }
-void openField(EntryField* field) { field->open(); }
-void lockKeyField(EntryField* field) { field->lock(true); }
-void openKeyField(EntryField* field) { field->open(); }
+void lockField(EntryField* field) {
+    field->lock(false);
+}
+void openField(EntryField* field) {
+    field->open();
+}
+void lockKeyField(EntryField* field) {
+    field->lock(true);
+}
+void openKeyField(EntryField* field) {
+    field->open();
+}
 
 QString controlText(const QWidget* control) {
     if (const auto* field = qobject_cast<const QLineEdit*>(control)) return field->text();

@@ -15,17 +15,17 @@ namespace liaowu {
 /// One control of a header card: what a screen declares instead of building widgets by hand.
 struct FieldSpec {
     enum class Kind { Entry, Combo, Name, Lookup, Check, Value } kind = Kind::Entry;
-    QString control;  ///< objectName
-    QString caption;  ///< label before it; empty for none
+    QString control; ///< objectName
+    QString caption; ///< label before it; empty for none
     int row = 0;
-    int column = 0;   ///< slot of the card; a slot holds label, control and what stands beside it
-    int width = 110;  ///< pixels
-    int limit = 0;    ///< Big5 bytes
-    int filter = 0;   ///< mode of `filterKey`
+    int column = 0;  ///< slot of the card; a slot holds label, control and what stands beside it
+    int width = 110; ///< pixels
+    int limit = 0;   ///< Big5 bytes
+    int filter = 0;  ///< mode of `filterKey`
     bool upper = false;
-    QString button;   ///< lookup button beside it
-    QString beside;   ///< name label beside it
-    int span = 1;     ///< slots that it takes
+    QString button; ///< lookup button beside it
+    QString beside; ///< name label beside it
+    int span = 1;   ///< slots that it takes
 };
 
 /// Builds the controls of a card into `card`; they are found by objectName.

@@ -107,7 +107,8 @@ void LineGrid::pasteBlock(const QString& text) {
         int column = firstColumn;
         bool brought = false;
         for (const QString& cell : block[i]) {
-            while (column < model_.columnCount() && isColumnHidden(column)) ++column;
+            while (column < model_.columnCount() && isColumnHidden(column))
+                ++column;
             if (column >= model_.columnCount()) break;
             const LineColumn& declared = model_.columns()[static_cast<size_t>(column)];
             const QString raw = cell.trimmed();
@@ -134,7 +135,8 @@ void LineGrid::pasteBlock(const QString& text) {
                 ++taken;
             } else {
                 ++faults;
-                markCell(row, declared.title, FaultColour, u"貼上的內容「%1」不能放入此欄"_s.arg(raw.left(40)));
+                markCell(row, declared.title, FaultColour,
+                         u"貼上的內容「%1」不能放入此欄"_s.arg(raw.left(40)));
             }
             ++column;
         }

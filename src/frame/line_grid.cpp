@@ -20,7 +20,8 @@ class LineDelegate : public QStyledItemDelegate {
 public:
     explicit LineDelegate(LineGrid* owner) : QStyledItemDelegate(owner), grid(owner) {}
 
-    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const override {
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                          const QModelIndex& index) const override {
         const LineColumn& column = grid->model_.columns()[static_cast<size_t>(index.column())];
         auto* field = new EntryField(u"cell"_s, parent);
         field->setProperty("cellEditor", true);
@@ -47,7 +48,8 @@ public:
     }
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* field = qobject_cast<EntryField*>(watched);
-        if (!field || event->type() != QEvent::KeyPress) return QStyledItemDelegate::eventFilter(watched, event);
+        if (!field || event->type() != QEvent::KeyPress)
+            return QStyledItemDelegate::eventFilter(watched, event);
         const int key = static_cast<QKeyEvent*>(event)->key();
         switch (key) {
         case Qt::Key_Escape:
@@ -70,7 +72,8 @@ public:
             QApplication::sendEvent(grid, &again);
             return true;
         }
-        default: return false;
+        default:
+            return false;
         }
     }
 
@@ -78,7 +81,8 @@ private:
     LineGrid* grid;
 };
 
-LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QTableView(parent), messages(channel) {
+LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent)
+    : QTableView(parent), messages(channel) {
     setObjectName(name);
     list = new QListWidget(this);
     setModel(&model_);
@@ -100,7 +104,8 @@ LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent) : QT
     list->setProperty("ownsEscape", true);
     list->hide();
     list->installEventFilter(this);
-    connect(list, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { pickFromList(item->text()); });
+    connect(list, &QListWidget::itemClicked, this,
+            [this](QListWidgetItem* item) { pickFromList(item->text()); });
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
         if (events.doubleClicked) events.doubleClicked(index.row() + 1, currentTitle());
     });
@@ -130,23 +135,30 @@ int LineGrid::column(const QString& title) const {
 
 QStringList LineGrid::titles() const {
     QStringList result;
-    for (const LineColumn& column : model_.columns()) result << (column.shown.isEmpty() ? column.title : column.shown);
+    for (const LineColumn& column : model_.columns())
+        result << (column.shown.isEmpty() ? column.title : column.shown);
     return result;
 }
 
-void LineGrid::setText(int row, const QString& title, const QString& text) { model_.setText(row - 1, column(title), text); }
+void LineGrid::setText(int row, const QString& title, const QString& text) {
+    model_.setText(row - 1, column(title), text);
+}
 
 QStringList LineGrid::rowTexts(int row) const {
     QStringList texts;
-    for (int c = 0; c < model_.columnCount(); ++c) texts << model_.text(row - 1, c);
+    for (int c = 0; c < model_.columnCount(); ++c)
+        texts << model_.text(row - 1, c);
     return texts;
 }
 
 void LineGrid::setRowTexts(int row, const QStringList& texts) {
-    for (int c = 0; c < model_.columnCount() && c < texts.size(); ++c) model_.setText(row - 1, c, texts[c]);
+    for (int c = 0; c < model_.columnCount() && c < texts.size(); ++c)
+        model_.setText(row - 1, c, texts[c]);
 }
 
-void LineGrid::setColumnTitle(const QString& title, const QString& shown) { model_.setTitle(column(title), shown); }
+void LineGrid::setColumnTitle(const QString& title, const QString& shown) {
+    model_.setTitle(column(title), shown);
+}
 
 void LineGrid::setColumnTwips(const QString& title, int twips) {
     setColumnHidden(column(title), twips == 0);
@@ -156,7 +168,9 @@ void LineGrid::setColumnTwips(const QString& title, int twips) {
 void LineGrid::markCell(int row, const QString& title, const QColor& colour, const QString& why) {
     model_.mark(row - 1, column(title), colour, why);
 }
-void LineGrid::unmarkCell(int row, const QString& title) { model_.clearMarks(row - 1, column(title)); }
+void LineGrid::unmarkCell(int row, const QString& title) {
+    model_.clearMarks(row - 1, column(title));
+}
 
 void LineGrid::setLineCount(int count) {
     used = std::clamp(count, 0, model_.depth());
@@ -173,7 +187,9 @@ bool LineGrid::rowFilled(int row) const {
     return false;
 }
 
-bool LineGrid::previousRowFilled(int row) const { return row <= 1 || rowFilled(row - 1); }
+bool LineGrid::previousRowFilled(int row) const {
+    return row <= 1 || rowFilled(row - 1);
+}
 
 void LineGrid::clearGrid() {
     if (EntryField* field = editor) {
@@ -200,7 +216,8 @@ void LineGrid::deleteGridRow(int row) {
 }
 
 QString LineGrid::currentTitle() const {
-    return currentIndex().isValid() ? model_.columns()[static_cast<size_t>(currentIndex().column())].title : QString();
+    return currentIndex().isValid() ? model_.columns()[static_cast<size_t>(currentIndex().column())].title
+                                    : QString();
 }
 
 void LineGrid::select(int row, const QString& title) {
@@ -225,7 +242,9 @@ bool LineGrid::commit(int row, int column, const QString& text, bool batch) {
     if (declared.limit > 0) {
         value = truncateBytes(value, declared.limit);
         if (value != text && !batch)
-            speakLater([this, limit = declared.limit] { messages.warn(u"訊息"_s, u"最多只可輸入%1個字!"_s.arg(limit)); });
+            speakLater([this, limit = declared.limit] {
+                messages.warn(u"訊息"_s, u"最多只可輸入%1個字!"_s.arg(limit));
+            });
     }
     if (value == before) return value == text;
     model_.setText(row - 1, column, value);
@@ -277,7 +296,8 @@ void LineGrid::endEdit() {
 
 bool LineGrid::mayType(const QModelIndex& index) const {
     if (!index.isValid() || !model_.columns()[static_cast<size_t>(index.column())].typable) return false;
-    return !events.mayType || events.mayType(index.row() + 1, model_.columns()[static_cast<size_t>(index.column())].title);
+    return !events.mayType ||
+           events.mayType(index.row() + 1, model_.columns()[static_cast<size_t>(index.column())].title);
 }
 
 bool LineGrid::startEdit(const QString& initial, bool replace) {
@@ -306,7 +326,7 @@ bool LineGrid::startEdit(const QString& initial, bool replace) {
 void LineGrid::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter: 
+    case Qt::Key_Enter:
         // What an edit still has to say comes first, then the cell moves on.
         if (!speeches.empty()) {
             const bool pickWaits = model_.columns()[static_cast<size_t>(currentIndex().column())].pick;
@@ -316,12 +336,20 @@ void LineGrid::keyPressEvent(QKeyEvent* event) {
         moveToNextEntry();
         return;
     case Qt::Key_Delete:
-    case Qt::Key_F2: return;
-    case Qt::Key_F7: copyFromAbove(); return;
-    case Qt::Key_F9: runPick(); return;
+    case Qt::Key_F2:
+        return;
+    case Qt::Key_F7:
+        copyFromAbove();
+        return;
+    case Qt::Key_F9:
+        runPick();
+        return;
     case Qt::Key_Escape:
-    case Qt::Key_F6: event->ignore(); return;
-    default: break;
+    case Qt::Key_F6:
+        event->ignore();
+        return;
+    default:
+        break;
     }
     if (event->matches(QKeySequence::Copy)) {
         copySelection();
@@ -471,11 +499,14 @@ bool LineGrid::listKey(QKeyEvent* key) {
             moveToNextEntry();
         }
         return true;
-    case Qt::Key_Escape: hideList(); return true;
+    case Qt::Key_Escape:
+        hideList();
+        return true;
     case Qt::Key_Up:
     case Qt::Key_Down:
     case Qt::Key_Home:
-    case Qt::Key_End: return false;
+    case Qt::Key_End:
+        return false;
     default: {
         if (key->key() >= Qt::Key_Shift && key->key() <= Qt::Key_ScrollLock) return false;
         hideList();
@@ -496,7 +527,8 @@ bool LineGrid::eventFilter(QObject* watched, QEvent* event) {
             inputMethodEvent(static_cast<QInputMethodEvent*>(event));
             return true;
         }
-        if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason)
+        if (event->type() == QEvent::FocusOut &&
+            static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason)
             list->hide();
         return false;
     }
@@ -505,7 +537,9 @@ bool LineGrid::eventFilter(QObject* watched, QEvent* event) {
 
 // ---- the code column stays in sight ----
 
-void LineGrid::setFrozenTitle(const QString& title) { frozen = column(title); }
+void LineGrid::setFrozenTitle(const QString& title) {
+    frozen = column(title);
+}
 
 void LineGrid::scrollContentsBy(int dx, int dy) {
     hideList();
@@ -525,8 +559,10 @@ void LineGrid::paintFrozen() {
         const int top = rowViewportPosition(row);
         if (top > viewport()->height()) break;
         const QRect cell(0, top, width, rowHeight(row) - 1);
-        painter.fillRect(cell, row == model_.currentRow ? QColor(0xdc, 0xe9, 0xfa) : QColor(0xf3, 0xf6, 0xf9));
-        painter.drawText(cell.adjusted(3, 0, -2, 0), int(Qt::AlignVCenter | Qt::AlignLeft), model_.text(row, frozen));
+        painter.fillRect(cell,
+                         row == model_.currentRow ? QColor(0xdc, 0xe9, 0xfa) : QColor(0xf3, 0xf6, 0xf9));
+        painter.drawText(cell.adjusted(3, 0, -2, 0), int(Qt::AlignVCenter | Qt::AlignLeft),
+                         model_.text(row, frozen));
     }
     painter.setPen(QColor(0x9f, 0xb3, 0xc8));
     painter.drawLine(width, 0, width, viewport()->height());

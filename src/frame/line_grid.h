@@ -23,7 +23,7 @@ struct LineColumn {
     bool entry = false;   ///< Enter stops here
     bool pick = false;    ///< what is typed opens the pick of this column
     bool upper = false;
-    bool right = false;   ///< numbers
+    bool right = false; ///< numbers
     bool money = false;
     QString shown = {}; ///< title as the user reads it, where it differs
 };

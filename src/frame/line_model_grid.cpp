@@ -6,7 +6,8 @@ void LineModel::reset(std::vector<LineColumn> columns, int depth) {
     beginResetModel();
     declared = std::move(columns);
     QStringList blank;
-    for (size_t i = 0; i < declared.size(); ++i) blank << QString();
+    for (size_t i = 0; i < declared.size(); ++i)
+        blank << QString();
     cells.assign(static_cast<size_t>(depth), blank);
     marks.clear();
     endResetModel();
@@ -22,7 +23,8 @@ void LineModel::setText(int row, int column, const QString& text) {
 
 void LineModel::clearRows(int from) {
     for (size_t row = static_cast<size_t>(from); row < cells.size(); ++row)
-        for (QString& cell : cells[row]) cell.clear();
+        for (QString& cell : cells[row])
+            cell.clear();
     marks.clear();
     if (!cells.empty() && !declared.empty())
         Q_EMIT dataChanged(index(from, 0), index(depth() - 1, columnCount() - 1), {});
@@ -30,7 +32,8 @@ void LineModel::clearRows(int from) {
 
 void LineModel::removeRow1(int row) {
     QStringList blank = cells[static_cast<size_t>(row)];
-    for (QString& cell : blank) cell.clear();
+    for (QString& cell : blank)
+        cell.clear();
     cells.erase(cells.begin() + row);
     cells.push_back(blank);
     marks.clear();
@@ -48,10 +51,13 @@ void LineModel::mark(int row, int column, const QColor& colour, const QString& w
 }
 
 void LineModel::clearMarks(int row, int column) {
-    if (marks.remove(qint64(row) << 16 | column)) Q_EMIT dataChanged(index(row, column), index(row, column), {});
+    if (marks.remove(qint64(row) << 16 | column))
+        Q_EMIT dataChanged(index(row, column), index(row, column), {});
 }
 
-int LineModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : depth(); }
+int LineModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : depth();
+}
 int LineModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(declared.size());
 }
@@ -60,10 +66,13 @@ QVariant LineModel::data(const QModelIndex& at, int role) const {
     const LineColumn& column = declared[static_cast<size_t>(at.column())];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::EditRole: return text(at.row(), at.column());
-    case Qt::TextAlignmentRole: return QVariant(Qt::AlignVCenter | (column.right ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::EditRole:
+        return text(at.row(), at.column());
+    case Qt::TextAlignmentRole:
+        return QVariant(Qt::AlignVCenter | (column.right ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::BackgroundRole: {
-        if (const auto found = marks.constFind(qint64(at.row()) << 16 | at.column()); found != marks.constEnd())
+        if (const auto found = marks.constFind(qint64(at.row()) << 16 | at.column());
+            found != marks.constEnd())
             return found->colour;
         if (at.row() == currentRow) return QColor(0xe8, 0xf1, 0xfc);
         return {};
@@ -71,9 +80,11 @@ QVariant LineModel::data(const QModelIndex& at, int role) const {
     case Qt::ToolTipRole: {
         const auto found = marks.constFind(qint64(at.row()) << 16 | at.column());
         if (found != marks.constEnd()) return found->why;
-        return column.money || text(at.row(), at.column()).isEmpty() ? QVariant() : text(at.row(), at.column());
+        return column.money || text(at.row(), at.column()).isEmpty() ? QVariant()
+                                                                     : text(at.row(), at.column());
     }
-    default: return {};
+    default:
+        return {};
     }
 }
 

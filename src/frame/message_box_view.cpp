@@ -22,7 +22,8 @@ void RealDesktop::show(Icon icon, const QString& title, const QString& text) {
 }
 
 bool RealDesktop::ask(const QString& title, const QString& text, bool defaultYes) {
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
+                    QApplication::activeWindow());
     box.button(QMessageBox::Yes)->setText(u"是(&Y)"_s);
     box.button(QMessageBox::No)->setText(u"否(&N)"_s);
     box.setDefaultButton(defaultYes ? QMessageBox::Yes : QMessageBox::No);
@@ -54,7 +55,8 @@ bool RealDesktop::progress(const QString& what, int done, int total) {
         return true;
     }
     if (!progressBox) {
-        progressBox = std::make_unique<QProgressDialog>(what, u"停止"_s, 0, total, QApplication::activeWindow());
+        progressBox =
+            std::make_unique<QProgressDialog>(what, u"停止"_s, 0, total, QApplication::activeWindow());
         progressBox->setWindowModality(Qt::ApplicationModal);
         progressBox->setMinimumDuration(400);
     }
@@ -76,7 +78,8 @@ void RealDesktop::present(QWidget& screen) {
     screen.show();
 }
 
-QString RealDesktop::saveFileName(QWidget* owner, const QString& title, const QString& proposal, const QString& filter) {
+QString RealDesktop::saveFileName(QWidget* owner, const QString& title, const QString& proposal,
+                                  const QString& filter) {
     return QFileDialog::getSaveFileName(owner, title, proposal, filter);
 }
 
@@ -85,6 +88,8 @@ void RealDesktop::notice(const QString& text) {
     Desktop::notice(text);
 }
 
-void RealDesktop::endProcess() { QTimer::singleShot(0, qApp, &QApplication::quit); }
+void RealDesktop::endProcess() {
+    QTimer::singleShot(0, qApp, &QApplication::quit);
+}
 
 } // namespace liaowu

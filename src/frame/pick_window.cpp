@@ -108,9 +108,11 @@ void PickWindow::run(bool keepFocus) {
     if (from) input.from = from->text();
     if (to) input.to = to->text();
     QHash<QString, int> widths;
-    for (auto it = spec.widths.begin(); it != spec.widths.end(); ++it) widths.insert(it.key(), pixelsOfTwips(it.value()));
+    for (auto it = spec.widths.begin(); it != spec.widths.end(); ++it)
+        widths.insert(it.key(), pixelsOfTwips(it.value()));
     if (!process.session.amountRight)
-        for (const QString& money : spec.moneyColumns) widths.insert(money, 0);
+        for (const QString& money : spec.moneyColumns)
+            widths.insert(money, 0);
     guarded(process.session, spec.errorTitle, [&] {
         Connection connection(process.session.pool, process.session.connectionString);
         Recordset rows;
@@ -122,7 +124,8 @@ void PickWindow::run(bool keepFocus) {
     });
     count->setText(u"共 %1 筆"_s.arg(grid->lineCount()));
     for (int row = 1; row <= grid->lineCount(); ++row) {
-        if (grid->rows().textAt(row - 1, 0).trimmed().compare(input.filter, Qt::CaseInsensitive) != 0) continue;
+        if (grid->rows().textAt(row - 1, 0).trimmed().compare(input.filter, Qt::CaseInsensitive) != 0)
+            continue;
         grid->selectRow1(row);
         break;
     }

@@ -10,12 +10,17 @@ Process::Process(Desktop& on) : desktop(on), session(pool, on) {}
 
 Process::~Process() {
     // A screen leaves the list as it goes.
-    while (!opened.empty()) delete opened.back();
+    while (!opened.empty())
+        delete opened.back();
 }
 
-void Process::registerScreen(const QString& name, ScreenFactory factory) { screens.insert(name, std::move(factory)); }
+void Process::registerScreen(const QString& name, ScreenFactory factory) {
+    screens.insert(name, std::move(factory));
+}
 
-void Process::registerWindow(const QString& name, WindowRunner runner) { windows[name] = std::move(runner); }
+void Process::registerWindow(const QString& name, WindowRunner runner) {
+    windows[name] = std::move(runner);
+}
 
 ScreenFrame* Process::openScreen(const QString& name) {
     const auto factory = screens.constFind(name);
@@ -34,6 +39,8 @@ void Process::runWindow(const QString& name, QWidget* owner) {
     found->second(*this, owner);
 }
 
-void Process::forget(ScreenFrame* screen) { std::erase(opened, screen); }
+void Process::forget(ScreenFrame* screen) {
+    std::erase(opened, screen);
+}
 
 } // namespace liaowu

@@ -36,7 +36,8 @@ SearchPage::SearchPage(Process& on, SearchSpec declared, QWidget* parent)
     toPanel = pushButton(u"scmd查詢條件"_s, u"查詢條件"_s, this);
     toRecord = pushButton(u"scmd看此資料"_s, u"看此資料"_s, this);
     toBack = pushButton(u"scmd回前畫面_查詢"_s, u"回前畫面"_s, this);
-    for (QPushButton* made : {toPanel, toRecord, toBack}) bar->addWidget(made);
+    for (QPushButton* made : {toPanel, toRecord, toBack})
+        bar->addWidget(made);
     bar->addStretch(1);
     column->addLayout(bar);
     panel = new QFrame(this);
@@ -118,7 +119,8 @@ void SearchPage::buildPanel() {
         showPanel(false);
         grid->setFocus();
     });
-    for (EntryField* box : {text, from, to}) box->setProperty("ownsEnter", true);
+    for (EntryField* box : {text, from, to})
+        box->setProperty("ownsEnter", true);
     // Esc puts the conditions away, wherever among them the focus is, and not the screen with all that it holds.
     for (QWidget* inside : panel->findChildren<QWidget*>()) {
         inside->setProperty("ownsEscape", true);
@@ -146,7 +148,8 @@ bool SearchPage::eventFilter(QObject* watched, QEvent* event) {
 
 void SearchPage::showPanel(bool shown) {
     panel->setVisible(shown);
-    for (QPushButton* made : {toPanel, toRecord, toBack}) made->setEnabled(!shown);
+    for (QPushButton* made : {toPanel, toRecord, toBack})
+        made->setEnabled(!shown);
 }
 
 void SearchPage::chooseOption(int option) {
@@ -174,7 +177,8 @@ void SearchPage::rememberTexts() {
 
 SearchInput SearchPage::input() const {
     SearchInput result{searchOption, text->text().trimmed(), from->text(), to->text(), {}};
-    for (const QCheckBox* box : checks) result.checks.insert(box->objectName(), box->isChecked());
+    for (const QCheckBox* box : checks)
+        result.checks.insert(box->objectName(), box->isChecked());
     return result;
 }
 

@@ -9,9 +9,9 @@ namespace liaowu {
 /// One way to search: option, its label, and the clause that its text fills.
 struct SearchCondition {
     QString caption;
-    QString label;         ///< beside the text box; empty hides the box
-    int limit = 0;         ///< Big5 bytes
-    int filter = 0;        ///< mode of `filterKey`
+    QString label;  ///< beside the text box; empty hides the box
+    int limit = 0;  ///< Big5 bytes
+    int filter = 0; ///< mode of `filterKey`
     QString defaultText;
     bool withDates = true; ///< the date boxes are shown and count
 };
@@ -20,7 +20,7 @@ struct SearchCondition {
 struct SearchInput {
     int option = 0;
     QString text;
-    QString from, to;          ///< date boxes, eight digits
+    QString from, to;            ///< date boxes, eight digits
     QHash<QString, bool> checks; ///< by control name
 };
 

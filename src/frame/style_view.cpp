@@ -22,8 +22,8 @@ void applyLook(QApplication& application) {
     application.setPalette(palette);
 
     const QStringList installed = QFontDatabase::families();
-    for (const QString& family : {u"Microsoft JhengHei UI"_s, u"Noto Sans CJK TC"_s, u"Noto Sans TC"_s, u"PingFang TC"_s,
-                                  u"WenQuanYi Micro Hei"_s}) {
+    for (const QString& family : {u"Microsoft JhengHei UI"_s, u"Noto Sans CJK TC"_s, u"Noto Sans TC"_s,
+                                  u"PingFang TC"_s, u"WenQuanYi Micro Hei"_s}) {
         if (!installed.contains(family)) continue;
         QFont font(family);
         font.setPixelSize(13);

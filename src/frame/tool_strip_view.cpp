@@ -29,7 +29,8 @@ constexpr IconRow icons[] = {
     {u"next", "9,5 15,12 9,19"},
     {u"last", "5,5 10,12 5,19|12,5 17,12 12,19|19,5 19,19"},
     {u"approve", "4,13 9,18 20,6"},
-    {u"batch", "4,4 10,4 10,10 4,10 4,4|13,5 20,5|13,9 20,9|4,14 10,14 10,20 4,20 4,14|13,15 20,15|13,19 20,19"},
+    {u"batch",
+     "4,4 10,4 10,10 4,10 4,4|13,5 20,5|13,9 20,9|4,14 10,14 10,20 4,20 4,14|13,15 20,15|13,19 20,19"},
     {u"reload", "18,8 14,4 8,5 5,9 5,15 9,19 15,19 19,15|19,4 18,8 14,8"},
     {u"history", "12,4 6,6 4,12 6,18 12,20 18,18 20,12 18,6 12,4|12,8 12,12 15,14"},
     {u"print", "7,9 7,4 17,4 17,9|4,9 20,9 20,17 17,17|7,17 4,17 4,9|7,14 17,14 17,20 7,20 7,14"},
@@ -42,8 +43,10 @@ QIcon toolIcon(const QString& name) {
     QIcon icon;
     for (const IconRow& row : icons) {
         if (name != row.name) continue;
-        for (const auto& [mode, colour] : {std::pair(QIcon::Normal, name == u"delete" ? QColor(0xc0, 0x39, 0x2b) : QColor(0x2b, 0x3a, 0x4a)),
-                                           std::pair(QIcon::Disabled, QColor(0xb4, 0xbd, 0xc6))}) {
+        for (const auto& [mode, colour] :
+             {std::pair(QIcon::Normal,
+                        name == u"delete" ? QColor(0xc0, 0x39, 0x2b) : QColor(0x2b, 0x3a, 0x4a)),
+              std::pair(QIcon::Disabled, QColor(0xb4, 0xbd, 0xc6))}) {
             QPixmap picture(48, 48);
             picture.fill(Qt::transparent);
             QPainter painter(&picture);
@@ -128,6 +131,8 @@ void ToolStrip::markUnsaved(bool unsaved) {
         save->setText(unsaved ? captions.value(u"save"_s) + u" •"_s : captions.value(u"save"_s));
 }
 
-void ToolStrip::addAtEnd(QWidget* widget) { line->addWidget(widget); }
+void ToolStrip::addAtEnd(QWidget* widget) {
+    line->addWidget(widget);
+}
 
 } // namespace liaowu

@@ -40,7 +40,8 @@ std::vector<Tool> toolsOf(const std::vector<QString>& keys) {
             tools.push_back({key, {}, {}, {}, Always});
             continue;
         }
-        const auto row = std::find_if(std::begin(table), std::end(table), [&](const ToolRow& r) { return key == r.key; });
+        const auto row =
+            std::find_if(std::begin(table), std::end(table), [&](const ToolRow& r) { return key == r.key; });
         if (row == std::end(table)) throw std::logic_error("no toolbar key " + key.toStdString());
         tools.push_back({key, QString::fromUtf16(row->caption), QString::fromUtf16(row->shortcut),
                          QString::fromUtf16(row->icon), row->enabledIn});

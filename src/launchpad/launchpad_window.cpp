@@ -141,11 +141,13 @@ QWidget* LaunchpadWindow::buildFunctions() {
             auto* made = new QPushButton(target.function, card);
             made->setObjectName(u"start_"_s + target.function);
             made->setMinimumHeight(34);
-            connect(made, &QPushButton::clicked, this, [this, function = target.function] { start(function); });
+            connect(made, &QPushButton::clicked, this,
+                    [this, function = target.function] { start(function); });
             grid->addWidget(made, n / 3, n % 3);
             ++n;
         }
-        for (int c = 0; c < 3; ++c) grid->setColumnStretch(c, 1);
+        for (int c = 0; c < 3; ++c)
+            grid->setColumnStretch(c, 1);
         lines->addLayout(grid);
         column->addWidget(card);
     }
@@ -165,7 +167,8 @@ QWidget* LaunchpadWindow::buildLaunchLine() {
     launchLine->setPlaceholderText(u"選一項作業,這裡會顯示主程式啟動它所用的字串"_s);
     line->addWidget(launchLine, 1);
     auto* copy = new QPushButton(u"複製"_s, card);
-    connect(copy, &QPushButton::clicked, this, [this] { QApplication::clipboard()->setText(launchLine->text()); });
+    connect(copy, &QPushButton::clicked, this,
+            [this] { QApplication::clipboard()->setText(launchLine->text()); });
     line->addWidget(copy);
     column->addLayout(line);
     status = new QLabel(card);
@@ -180,7 +183,8 @@ void LaunchpadWindow::loadUsers() {
     try {
         Connection connection(pool, connectionStringFor(database->text().trimmed()));
         for (const UserRow& user : usersOf(connection)) {
-            const QString person = user.salesmanName.isEmpty() ? QString() : u" ("_s + user.salesmanName + u')';
+            const QString person =
+                user.salesmanName.isEmpty() ? QString() : u" ("_s + user.salesmanName + u')';
             auto* item = new QListWidgetItem(user.userName + person + u'\n' + user.role, users);
             item->setData(Qt::UserRole, user.userName);
         }
@@ -192,7 +196,8 @@ void LaunchpadWindow::loadUsers() {
 }
 
 void LaunchpadWindow::chooseFile() {
-    const QString file = QFileDialog::getOpenFileName(this, u"選擇資料庫"_s, database->text(), u"資料庫 (*.db);;所有檔案 (*)"_s);
+    const QString file = QFileDialog::getOpenFileName(this, u"選擇資料庫"_s, database->text(),
+                                                      u"資料庫 (*.db);;所有檔案 (*)"_s);
     if (file.isEmpty()) return;
     database->setText(file);
     loadUsers();
@@ -202,7 +207,8 @@ QString LaunchpadWindow::launchStringOf(const QString& function) const {
     const QString second = secondDatabase->text().trimmed();
     const QListWidgetItem* user = users->currentItem();
     return composeLaunch({connectionStringFor(database->text().trimmed()), function,
-                          user ? user->data(Qt::UserRole).toString() : QString(), withApproval->isChecked() ? u"Y"_s : u"N"_s,
+                          user ? user->data(Qt::UserRole).toString() : QString(),
+                          withApproval->isChecked() ? u"Y"_s : u"N"_s,
                           second.isEmpty() ? QString() : connectionStringFor(second)});
 }
 

@@ -31,7 +31,9 @@ void appendByPosition(const Recordset& from, Recordset& to) {
 
 void copyToSecondDatabase(Session& session, const QString& number) {
     Connection main(session.pool, session.connectionString);
-    if (select(main, sql(u"select 採購單號 from [採購資料] where 採購單號='{}' and 轉稅='1' ", number)).RecordCount() == 0) return;
+    if (select(main, sql(u"select 採購單號 from [採購資料] where 採購單號='{}' and 轉稅='1' ", number))
+            .RecordCount() == 0)
+        return;
     const SqlText header = sql(u"select * from 採購資料 where 採購單號 = '{}'", number);
     const SqlText lines = sql(u"select * from 採購明細資料 where 採購單號 = '{}'", number);
     const Recordset headerRow = select(main, header);
@@ -63,17 +65,23 @@ BatchSpec orderBatch(Session& session, bool canSeePrice) {
     spec.dateBoxes = {u"txt訂單日期1"_s, u"txt訂單日期2"_s};
     spec.numberBoxes = {u"txt客戶單號2"_s, u"txt客戶單號4"_s};
     spec.defaults = {daysAgo(session, 7), today8(session), {}, u"zzzzzzzz"_s};
-    spec.columns = {{u"採購單號"_s, 1400}, {u"廠商代號"_s, 1200}, {u"廠商簡稱"_s, 1900}, {u"採購日期"_s, 1300}, {u"採購人員代號"_s, 1500},
-                    {u"採購員"_s, 1300},   {u"幣別"_s, 900},     {u"備注"_s, 2600},     {u"審單"_s, 700}};
+    spec.columns = {{u"採購單號"_s, 1400}, {u"廠商代號"_s, 1200},     {u"廠商簡稱"_s, 1900},
+                    {u"採購日期"_s, 1300}, {u"採購人員代號"_s, 1500}, {u"採購員"_s, 1300},
+                    {u"幣別"_s, 900},      {u"備注"_s, 2600},         {u"審單"_s, 700}};
     spec.list = [&session](const BatchInput& input) {
-        return sql(u"select 採購單號,廠商代號,廠商簡稱,採購日期,  業務員代號,業務員名稱,幣別,'',審單  from 採購資料 where 審單<>'Y' and  (採購日期 "
+        return sql(u"select 採購單號,廠商代號,廠商簡稱,採購日期,  業務員代號,業務員名稱,幣別,'',審單  from "
+                   u"採購資料 where 審單<>'Y' and  (採購日期 "
                    u"between '{}' and '{}') and (採購單號 between '{}' and '{}') ",
                    input.fromDate, input.toDate, input.fromNumber, input.toNumber) +
                readyMadeSql(scopeOn(session, u"採購資料"_s)) + sql(u"order by 採購單號 ");
     };
     spec.detail = [canSeePrice](const QString& number) {
-        return canSeePrice ? sql(u"select 原料代號,原料名稱 as 產品名稱,規格,數量,單價  from 採購明細資料 where 採購單號='{}'", number)
-                           : sql(u"select 原料代號,原料名稱 as 產品名稱,規格,數量,'******' as 單價  from 採購明細資料 where 採購單號='{}'", number);
+        return canSeePrice ? sql(u"select 原料代號,原料名稱 as 產品名稱,規格,數量,單價  from 採購明細資料 "
+                                 u"where 採購單號='{}'",
+                                 number)
+                           : sql(u"select 原料代號,原料名稱 as 產品名稱,規格,數量,'******' as 單價  from "
+                                 u"採購明細資料 where 採購單號='{}'",
+                                 number);
     };
     spec.approve = [&session](const QString& number) { approveOrder(session, number); };
     return spec;

@@ -11,11 +11,16 @@ using namespace Qt::StringLiterals;
 
 const std::vector<OrderBinding>& orderBindings() {
     static const std::vector<OrderBinding> bindings{
-        {u"txt採購單號"_s, &OrderHeader::採購單號},   {u"txt採購日期"_s, &OrderHeader::採購日期},
-        {u"txt廠商代號"_s, &OrderHeader::廠商代號},   {u"lbl廠商簡稱"_s, &OrderHeader::廠商簡稱},
-        {u"txt業務員代號"_s, &OrderHeader::業務員代號}, {u"lbl業務員名稱"_s, &OrderHeader::業務員名稱},
-        {u"cbo幣別"_s, &OrderHeader::幣別},           {u"cbo採購類別"_s, &OrderHeader::採購類別},
-        {u"txt工單單號"_s, &OrderHeader::工單單號},   {u"txt申購單位"_s, &OrderHeader::申購單位},
+        {u"txt採購單號"_s, &OrderHeader::採購單號},
+        {u"txt採購日期"_s, &OrderHeader::採購日期},
+        {u"txt廠商代號"_s, &OrderHeader::廠商代號},
+        {u"lbl廠商簡稱"_s, &OrderHeader::廠商簡稱},
+        {u"txt業務員代號"_s, &OrderHeader::業務員代號},
+        {u"lbl業務員名稱"_s, &OrderHeader::業務員名稱},
+        {u"cbo幣別"_s, &OrderHeader::幣別},
+        {u"cbo採購類別"_s, &OrderHeader::採購類別},
+        {u"txt工單單號"_s, &OrderHeader::工單單號},
+        {u"txt申購單位"_s, &OrderHeader::申購單位},
         {u"txt品質要求"_s, &OrderHeader::品質要求},
     };
     return bindings;
@@ -82,18 +87,20 @@ DocumentSpec orderDocumentSpec(const QString&) {
         {Kind::Entry, u"txt採購日期"_s, u"採購日期"_s, 0, 1, 110, 0, 1},
         {Kind::Combo, u"Cbo類別"_s, u"類別"_s, 0, 2, 118},
         {Kind::Combo, u"cbo採購類別"_s, u"採購類別"_s, 0, 3, 110},
-        {Kind::Lookup, u"txt廠商代號"_s, u"廠商代號"_s, 1, 0, 122, 10, 0, true, u"scmd廠商代號"_s, u"lbl廠商簡稱"_s},
+        {Kind::Lookup, u"txt廠商代號"_s, u"廠商代號"_s, 1, 0, 122, 10, 0, true, u"scmd廠商代號"_s,
+         u"lbl廠商簡稱"_s},
         {Kind::Combo, u"cbo幣別"_s, u"幣別"_s, 1, 1, 110},
         {Kind::Value, u"Lbl分數"_s, u"分數"_s, 1, 2, 60},
         {Kind::Check, u"chk稅"_s, u"稅"_s, 1, 3},
-        {Kind::Lookup, u"txt業務員代號"_s, u"採購人員"_s, 2, 0, 122, 8, 0, true, u"scmd業務員"_s, u"lbl業務員名稱"_s},
+        {Kind::Lookup, u"txt業務員代號"_s, u"採購人員"_s, 2, 0, 122, 8, 0, true, u"scmd業務員"_s,
+         u"lbl業務員名稱"_s},
         {Kind::Lookup, u"txt申購單位"_s, u"申購單號"_s, 2, 1, 110, 20, 0, true, u"sscmd申購單位"_s},
         {Kind::Entry, u"txt工單單號"_s, u"工單單號"_s, 2, 2, 118, 20},
     };
     for (const ColumnRow& row : columns)
-        spec.lines.push_back({QString::fromUtf16(row.title), row.width, row.limit, row.filter, bool(row.flags & Typed),
-                              bool(row.flags & Entry), bool(row.flags & Pick), bool(row.flags & Upper),
-                              bool(row.flags & Right), bool(row.flags & Money)});
+        spec.lines.push_back({QString::fromUtf16(row.title), row.width, row.limit, row.filter,
+                              bool(row.flags & Typed), bool(row.flags & Entry), bool(row.flags & Pick),
+                              bool(row.flags & Upper), bool(row.flags & Right), bool(row.flags & Money)});
     spec.frozenTitle = u"代號"_s;
     spec.approval.alreadyApproved = u"該單已審單,請先取消審單"_s;
     spec.quickFindUnknown = u"查無此採購單,請確認輸入單號是否正確!"_s;
@@ -154,8 +161,8 @@ void buildOrderFooter(QHBoxLayout* line, QWidget* owner) {
 
 namespace {
 
-QFrame* panelWith(QWidget* page, const QString& name, const QString& caption, QHBoxLayout*& head, QPlainTextEdit*& text,
-                  const QString& textName) {
+QFrame* panelWith(QWidget* page, const QString& name, const QString& caption, QHBoxLayout*& head,
+                  QPlainTextEdit*& text, const QString& textName) {
     auto* panel = new QFrame(page);
     panel->setObjectName(name);
     panel->setProperty("card", true);

@@ -4,8 +4,8 @@
 #include "common/session.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
-#include "purchasing/order_pricing.h"
 #include "frame/item_picks.h"
+#include "purchasing/order_pricing.h"
 
 namespace liaowu {
 
@@ -18,8 +18,10 @@ std::vector<SqlText> requisitionLineStatements(const Session& session, const Pic
     const ItemFamily& family = pickFamily(session);
     const QString& t = family.table;
     SqlText statement =
-        sql(u"select 原料申購資料.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, 原料申購明細.規格,cast(原料申購明細.數量 as "
-            u"float)-cast(原料申購明細.已采購數 as float) as 未采購數, [{}].庫存,[{}].進價,[{}].幣別,原料申購明細.單位, "
+        sql(u"select 原料申購資料.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, "
+            u"原料申購明細.規格,cast(原料申購明細.數量 as "
+            u"float)-cast(原料申購明細.已采購數 as float) as 未采購數, "
+            u"[{}].庫存,[{}].進價,[{}].幣別,原料申購明細.單位, "
             u"原料申購明細.印件編號,原料申購明細.需求日期,原料申購明細.備注,原料申購資料.類別,",
             t, t, t);
     if (materials) {
@@ -29,12 +31,17 @@ std::vector<SqlText> requisitionLineStatements(const Session& session, const Pic
     } else {
         statement += sql(u"'' as 廠牌,[{}].進料單位,'' as 類別,原料申購明細.楞別 ", t);
     }
-    statement += sql(u"from  原料申購資料 left join 原料申購明細 on 原料申購明細.申購單號=原料申購資料.申購單號 left join [{}] on [{}].[{}] = "
-                     u"原料申購明細.原料代號 where (原料申購明細.申購單號 like '{}%' or  原料申購明細.原料代號 like '%{}%') and  "
-                     u"原料申購資料.類別='{}' and  cast(原料申購明細.數量 as float)-cast(原料申購明細.已采購數 as float) <> 0 ",
+    statement += sql(u"from  原料申購資料 left join 原料申購明細 on "
+                     u"原料申購明細.申購單號=原料申購資料.申購單號 left join [{}] on [{}].[{}] = "
+                     u"原料申購明細.原料代號 where (原料申購明細.申購單號 like '{}%' or  "
+                     u"原料申購明細.原料代號 like '%{}%') and  "
+                     u"原料申購資料.類別='{}' and  cast(原料申購明細.數量 as "
+                     u"float)-cast(原料申購明細.已采購數 as float) <> 0 ",
                      t, t, family.code, input.filter, input.filter, family.word);
     if (materials)
-        statement += sql(u"and ( 物料資料.廠商代號 like '{}' or (len(物料資料.廠商代號)=0 or 物料資料.廠商代號 is null)) ", session.pickVendor);
+        statement += sql(
+            u"and ( 物料資料.廠商代號 like '{}' or (len(物料資料.廠商代號)=0 or 物料資料.廠商代號 is null)) ",
+            session.pickVendor);
     statement += sql(u"and 原料申購資料.審單 = 'Y' ");
     if (input.sort == 0) return {statement + sql(u"order by 原料申購資料.申購單號 ")};
     return {statement + sql(u"order by [{}].[{}], [{}].規格", t, family.name, t)};
@@ -42,34 +49,48 @@ std::vector<SqlText> requisitionLineStatements(const Session& session, const Pic
 
 std::vector<SqlText> workOrderStatements(const Session&, const PickInput& input) {
     SqlText creases;
-    for (const auto& column : {u"寬壓線0"_s, u"寬壓線1"_s, u"寬壓線2"_s, u"寬壓線3"_s, u"寬壓線4"_s, u"寬壓線5"_s})
-        creases += sql(u"case when 紙箱生產資料.[{}]<>'' then 紙箱生產資料.[{}]+'*' else '' end + ", column, column);
+    for (const auto& column :
+         {u"寬壓線0"_s, u"寬壓線1"_s, u"寬壓線2"_s, u"寬壓線3"_s, u"寬壓線4"_s, u"寬壓線5"_s})
+        creases +=
+            sql(u"case when 紙箱生產資料.[{}]<>'' then 紙箱生產資料.[{}]+'*' else '' end + ", column, column);
     creases += sql(u"coalesce(紙箱生產資料.寬壓線6,'') as 壓線尺寸,");
     const SqlText statement =
-        sql(u"select 紙箱生產資料.工單單號,紙箱生產資料.工單日期, 紙箱生產資料.客戶單號,紙箱生產資料.客戶代號,客戶資料.客戶簡稱 as 客戶,        "
-            u"紙箱生產資料.紙箱代號,紙箱生產資料.客戶料號 as 料號,紙箱生產資料.紙質名稱 as 材質,紙箱生產資料.備料尺寸寬 as 備料寬,"
-            u"紙箱生產資料.備料尺寸長 as 備料長,       紙箱生產資料.楞別,紙箱生產資料.備紙數,紙箱生產資料.平版剖切寬 as 切寬,"
+        sql(u"select 紙箱生產資料.工單單號,紙箱生產資料.工單日期, "
+            u"紙箱生產資料.客戶單號,紙箱生產資料.客戶代號,客戶資料.客戶簡稱 as 客戶,        "
+            u"紙箱生產資料.紙箱代號,紙箱生產資料.客戶料號 as 料號,紙箱生產資料.紙質名稱 as "
+            u"材質,紙箱生產資料.備料尺寸寬 as 備料寬,"
+            u"紙箱生產資料.備料尺寸長 as 備料長,       "
+            u"紙箱生產資料.楞別,紙箱生產資料.備紙數,紙箱生產資料.平版剖切寬 as 切寬,"
             u"紙箱生產資料.平版剖切長 as 切長, ") +
         creases +
-        sql(u"紙箱生產資料.壓線種類,紙箱生產資料.採購備注,紙箱生產資料.紙質代號,紙箱生產資料.寬剖 as 走紙才 from  紙箱生產資料 inner join 客戶資料 on "
-            u"紙箱生產資料.客戶代號=客戶資料.客戶代號 where (紙箱生產資料.工單單號 like '%{}%' or 紙箱生產資料.客戶料號 like '%{}%' or "
-            u"紙箱生產資料.紙箱代號 like '%{}%' or 紙箱生產資料.客戶單號 like '%{}%' or 紙箱生產資料.客戶代號 like '%{}%' or 客戶資料.客戶簡稱 "
-            u"like '%{}%') and (紙箱生產資料.完工<>'Y' or 紙箱生產資料.完工 is null ) and 紙箱生產資料.工單單號 not in (select "
-            u"採購明細資料.印件編號 from 採購明細資料  where  紙箱生產資料.工單單號 = 採購明細資料.印件編號) ",
+        sql(u"紙箱生產資料.壓線種類,紙箱生產資料.採購備注,紙箱生產資料.紙質代號,紙箱生產資料.寬剖 as 走紙才 "
+            u"from  紙箱生產資料 inner join 客戶資料 on "
+            u"紙箱生產資料.客戶代號=客戶資料.客戶代號 where (紙箱生產資料.工單單號 like '%{}%' or "
+            u"紙箱生產資料.客戶料號 like '%{}%' or "
+            u"紙箱生產資料.紙箱代號 like '%{}%' or 紙箱生產資料.客戶單號 like '%{}%' or "
+            u"紙箱生產資料.客戶代號 like '%{}%' or 客戶資料.客戶簡稱 "
+            u"like '%{}%') and (紙箱生產資料.完工<>'Y' or 紙箱生產資料.完工 is null ) and "
+            u"紙箱生產資料.工單單號 not in (select "
+            u"採購明細資料.印件編號 from 採購明細資料  where  紙箱生產資料.工單單號 = "
+            u"採購明細資料.印件編號) ",
             input.filter, input.filter, input.filter, input.filter, input.filter, input.filter);
     switch (input.sort) {
-    case 1: return {statement + sql(u"order by 紙箱生產資料.紙質名稱 ")};
-    case 2: return {statement + sql(u"order by 紙箱生產資料.交貨日期 ")};
-    case 3: return {statement + sql(u"order by 紙箱生產資料.客戶代號 ")};
-    default: return {statement + sql(u"order by 紙箱生產資料.工單單號 ")};
+    case 1:
+        return {statement + sql(u"order by 紙箱生產資料.紙質名稱 ")};
+    case 2:
+        return {statement + sql(u"order by 紙箱生產資料.交貨日期 ")};
+    case 3:
+        return {statement + sql(u"order by 紙箱生產資料.客戶代號 ")};
+    default:
+        return {statement + sql(u"order by 紙箱生產資料.工單單號 ")};
     }
 }
 
 std::vector<SqlText> orderItemStatements(const Session& session, const PickInput& input) {
     const ItemFamily& family = pickFamily(session);
     const QString& t = family.table;
-    SqlText statement =
-        itemCodeAndName(family) + sql(u"[{}].規格, [{}].庫存, [{}].進料單位, [{}].進價, [{}].幣別,", t, t, t, t, t);
+    SqlText statement = itemCodeAndName(family) +
+                        sql(u"[{}].規格, [{}].庫存, [{}].進料單位, [{}].進價, [{}].幣別,", t, t, t, t, t);
     if (family.word == u"物料") {
         statement += sql(u"物料資料.類別,'' as 楞別");
     } else if (family.word == u"紙品") {
@@ -87,8 +108,9 @@ std::vector<SqlText> orderItemStatements(const Session& session, const PickInput
 std::vector<SqlText> requisitionItemStatements(const Session& session, const PickInput& input) {
     const ItemFamily& family = pickFamily(session);
     const QString& t = family.table;
-    SqlText statement = itemCodeAndName(family) +
-                        sql(u"[{}].規格, rtrim([{}].庫存) as 庫存, [{}].單位, [{}].單價, [{}].幣別", t, t, t, t, t);
+    SqlText statement =
+        itemCodeAndName(family) +
+        sql(u"[{}].規格, rtrim([{}].庫存) as 庫存, [{}].單位, [{}].單價, [{}].幣別", t, t, t, t, t);
     if (family.word == u"物料") statement += sql(u",物料資料.品檢,''");
     if (family.word == u"紙板") statement += sql(u",'',浪紙資料.楞別");
     return {statement + itemCondition(family, input.filter) + sql(u"order by [{}].[{}]", t, family.name)};
@@ -96,19 +118,25 @@ std::vector<SqlText> requisitionItemStatements(const Session& session, const Pic
 
 std::vector<SqlText> requisitionStatements(const Session& session, const PickInput& input) {
     const ItemFamily& family = pickFamily(session);
-    SqlText statement = sql(u"select 原料申購明細.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, 原料申購明細.規格,"
-                            u"cast(原料申購明細.數量 as float)-cast(原料申購明細.已采購數 as float) as 未採購數, "
-                            u"原料申購明細.單位,原料申購明細.需求日期,原料申購資料.類別");
+    SqlText statement =
+        sql(u"select 原料申購明細.申購單號 ,原料申購明細.原料代號,原料申購明細.原料名稱, 原料申購明細.規格,"
+            u"cast(原料申購明細.數量 as float)-cast(原料申購明細.已采購數 as float) as 未採購數, "
+            u"原料申購明細.單位,原料申購明細.需求日期,原料申購資料.類別");
     const bool byVendor = family.word == u"物料" || family.word == u"凸版";
     if (byVendor) statement += sql(u",[{}].廠商代號,[{}].廠商簡稱", family.table, family.table);
-    statement += sql(u" from 原料申購明細 left join 原料申購資料 on 原料申購資料.申購單號 = 原料申購明細.申購單號 ");
-    if (byVendor) statement += sql(u"left join [{}] on [{}].[{}] = 原料申購明細.原料代號 ", family.table, family.table, family.code);
-    statement += sql(u"  where 原料申購資料.類別 = '{}' and 原料申購明細.申購單號 like '{}%' and cast(原料申購明細.數量 as "
+    statement +=
+        sql(u" from 原料申購明細 left join 原料申購資料 on 原料申購資料.申購單號 = 原料申購明細.申購單號 ");
+    if (byVendor)
+        statement += sql(u"left join [{}] on [{}].[{}] = 原料申購明細.原料代號 ", family.table, family.table,
+                         family.code);
+    statement += sql(u"  where 原料申購資料.類別 = '{}' and 原料申購明細.申購單號 like '{}%' and "
+                     u"cast(原料申購明細.數量 as "
                      u"float)-cast(原料申購明細.已采購數 as float) >0 ",
                      family.word, input.filter);
     if (byVendor)
-        statement += sql(u"and ( [{}].廠商代號 like '{}' or (len([{}].廠商代號)=0 or [{}].廠商代號 is null)) ", family.table,
-                         session.pickVendor, family.table, family.table);
+        statement +=
+            sql(u"and ( [{}].廠商代號 like '{}' or (len([{}].廠商代號)=0 or [{}].廠商代號 is null)) ",
+                family.table, session.pickVendor, family.table, family.table);
     // Only an approved need may be bought, in every family.
     return {statement + sql(u"and 原料申購資料.審單 = 'Y' order by 原料申購明細.申購單號 ")};
 }
@@ -116,7 +144,8 @@ std::vector<SqlText> requisitionStatements(const Session& session, const PickInp
 } // namespace
 
 PickSpec requisitionLinePick(const QString&) {
-    PickSpec spec = documentPick(u"frm原料輔助視窗_請購"_s, u"原料輔助視窗(採購)"_s, requisitionLineStatements);
+    PickSpec spec =
+        documentPick(u"frm原料輔助視窗_請購"_s, u"原料輔助視窗(採購)"_s, requisitionLineStatements);
     spec.several = true;
     spec.sortOptions = {u"代 號"_s, u"名稱規格"_s};
     return spec;
@@ -134,7 +163,9 @@ PickSpec orderItemPick() {
     return spec;
 }
 
-PickSpec requisitionPick() { return documentPick(u"frm採購輔助視窗_請購單"_s, u"採購輔助視窗"_s, requisitionStatements); }
+PickSpec requisitionPick() {
+    return documentPick(u"frm採購輔助視窗_請購單"_s, u"採購輔助視窗"_s, requisitionStatements);
+}
 
 PickSpec requisitionItemPick() {
     PickSpec spec = documentPick(u"frm原料輔助視窗_申購"_s, u"原料輔助視窗"_s, requisitionItemStatements);
@@ -191,7 +222,9 @@ OrderLine lineOfWorkOrderPick(const QStringList& row, const OrderLine& before) {
 }
 
 void putItemPick(OrderLine& line, const QStringList& row, const QString& category) {
-    const auto text = [&](int element, int limit) { return truncateBytes(row.value(element).trimmed(), limit); };
+    const auto text = [&](int element, int limit) {
+        return truncateBytes(row.value(element).trimmed(), limit);
+    };
     line.原料代號 = text(0, 20);
     line.廠商名稱 = line.原料名稱 = text(1, 40);
     if (category == u"物料") line.規格 = text(2, 40);

@@ -9,11 +9,12 @@ class Connection;
 
 /// The pick windows of requisitions and orders and of their neighbours. Each reads `Session::pickParam` as its filter,
 /// `formulaMode` as the item family and `pickVendor` as the document's vendor.
-PickSpec requisitionLinePick(const QString& category); ///< frm原料輔助視窗_請購: several open requisition lines
-PickSpec workOrderPick();                              ///< frm工單輔助視窗_採購
-PickSpec orderItemPick();                              ///< frm原料輔助視窗_採購: items with 進料單位 and 進價
-PickSpec requisitionPick();                            ///< frm採購輔助視窗_請購單
-PickSpec requisitionItemPick();                        ///< frm原料輔助視窗_申購: several items with 單位 and 單價
+PickSpec
+requisitionLinePick(const QString& category); ///< frm原料輔助視窗_請購: several open requisition lines
+PickSpec workOrderPick();                     ///< frm工單輔助視窗_採購
+PickSpec orderItemPick();       ///< frm原料輔助視窗_採購: items with 進料單位 and 進價
+PickSpec requisitionPick();     ///< frm採購輔助視窗_請購單
+PickSpec requisitionItemPick(); ///< frm原料輔助視窗_申購: several items with 單位 and 單價
 
 /// The order line that a row of `requisitionLinePick` gives; the price is still to come.
 OrderLine lineOfRequisitionPick(const QStringList& row, const QString& category);

@@ -34,22 +34,25 @@ struct Feedback {
 
     /// All boards of one name share one price.
     void changeBoards(const QString& name, const OrderLine& line) const {
-        connection.Execute(sql(u"Update 浪紙資料 set 進價 ='{}', 幣別 ='{}',進料單位='{}' where 浪紙名稱 ='{}' ",
-                               numberText(val(line.單價)), header.幣別, line.單位, name));
+        connection.Execute(
+            sql(u"Update 浪紙資料 set 進價 ='{}', 幣別 ='{}',進料單位='{}' where 浪紙名稱 ='{}' ",
+                numberText(val(line.單價)), header.幣別, line.單位, name));
         Recordset boards = select(
-            connection, sql(u"select 浪紙代號,浪紙名稱 from 浪紙資料 where 浪紙名稱 = '{}' order by 浪紙代號 ", name));
-        for (; !boards.EOF_(); boards.MoveNext()) addHistory(boards.text(u"浪紙代號").trimmed(), line);
+            connection,
+            sql(u"select 浪紙代號,浪紙名稱 from 浪紙資料 where 浪紙名稱 = '{}' order by 浪紙代號 ", name));
+        for (; !boards.EOF_(); boards.MoveNext())
+            addHistory(boards.text(u"浪紙代號").trimmed(), line);
     }
 
     void feed(const OrderLine& line) const {
         const ItemFamily* family = itemFamily(header.類別);
         if (!family) return;
         Recordset item;
-        item.Open(sql(u"select * from [{}] where [{}] = '{}'", family->table, family->code, line.原料代號), connection,
-                  Cursor::Optimistic);
+        item.Open(sql(u"select * from [{}] where [{}] = '{}'", family->table, family->code, line.原料代號),
+                  connection, Cursor::Optimistic);
         if (item.RecordCount() == 0) return;
-        const bool changed =
-            val(line.單價) != val(item.text(u"進價")) || item.text(u"幣別").trimmed() != header.幣別.trimmed();
+        const bool changed = val(line.單價) != val(item.text(u"進價")) ||
+                             item.text(u"幣別").trimmed() != header.幣別.trimmed();
         if (!changed) return;
         if (family->word == u"紙板") {
             changeBoards(item.text(family->name), line);
@@ -71,12 +74,14 @@ bool sameAsStored(const OrderLine& line, const OrderLine* before) {
 
 } // namespace
 
-void feedPricesBack(Session& session, Connection& connection, const OrderHeader& header, const OrderLines& lines,
-                    const std::optional<OrderDocument>& stored, const QString& today) {
+void feedPricesBack(Session& session, Connection& connection, const OrderHeader& header,
+                    const OrderLines& lines, const std::optional<OrderDocument>& stored,
+                    const QString& today) {
     const Feedback feedback{session, connection, header, today};
     QHash<double, const OrderLine*> before;
     if (stored && stored->header.幣別 == header.幣別 && stored->header.廠商代號 == header.廠商代號)
-        for (const OrderLine& line : stored->lines) before.insert(val(line.序), &line);
+        for (const OrderLine& line : stored->lines)
+            before.insert(val(line.序), &line);
     for (const OrderLine& line : lines)
         if (val(line.單價) != 0 && !sameAsStored(line, before.value(val(line.序)))) feedback.feed(line);
 }

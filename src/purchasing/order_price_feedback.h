@@ -8,7 +8,8 @@ namespace liaowu {
 /// (of board: all boards of the same name) and adds a row to 歷史單價記錄 for each item changed. Lines with price 0,
 /// without an item row, and re-saved lines whose price, unit, currency and vendor equal the stored ones feed nothing back.
 /// Runs inside the save's transaction; `today` is YYYYMMDD.
-void feedPricesBack(Session& session, Connection& connection, const OrderHeader& header, const OrderLines& lines,
-                    const std::optional<OrderDocument>& stored, const QString& today);
+void feedPricesBack(Session& session, Connection& connection, const OrderHeader& header,
+                    const OrderLines& lines, const std::optional<OrderDocument>& stored,
+                    const QString& today);
 
 } // namespace liaowu

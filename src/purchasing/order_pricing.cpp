@@ -14,11 +14,14 @@ namespace {
 /// Digits and points from the start of the text; 0 when there is none.
 double leadingNumber(const QString& text) {
     qsizetype end = 0;
-    while (end < text.size() && ((text[end] >= u'0' && text[end] <= u'9') || text[end] == u'.')) ++end;
+    while (end < text.size() && ((text[end] >= u'0' && text[end] <= u'9') || text[end] == u'.'))
+        ++end;
     return val(text.left(end));
 }
 
-double money(double value) { return val(format(value, u"0.00")); }
+double money(double value) {
+    return val(format(value, u"0.00"));
+}
 
 } // namespace
 
@@ -27,18 +30,21 @@ std::optional<ItemRow> findItem(Connection& connection, const QString& word, con
     if (!family || codeOrName.isEmpty()) return std::nullopt;
     const QString t = family->table;
     const SqlText weight = word == u"紙品" ? sql(u"[{}].單重", t) : sql(u"'0' AS 單重");
-    const Recordset row =
-        select(connection, sql(u"select [{}].[{}], [{}].[{}], [{}].規格, [{}].庫存, [{}].進料單位, [{}].進價, [{}].幣別,", t,
-                               family->code, t, family->name, t, t, t, t, t) +
-                               weight +
-                               sql(u",安全庫存,單位  from  [{}] where [{}].[{}] = '{}' or [{}].[{}] = '{}' order by [{}].[{}]", t, t,
-                                   family->code, codeOrName, t, family->name, codeOrName, t, family->name));
+    const Recordset row = select(
+        connection,
+        sql(u"select [{}].[{}], [{}].[{}], [{}].規格, [{}].庫存, [{}].進料單位, [{}].進價, [{}].幣別,", t,
+            family->code, t, family->name, t, t, t, t, t) +
+            weight +
+            sql(u",安全庫存,單位  from  [{}] where [{}].[{}] = '{}' or [{}].[{}] = '{}' order by [{}].[{}]",
+                t, t, family->code, codeOrName, t, family->name, codeOrName, t, family->name));
     if (row.RecordCount() != 1) return std::nullopt;
     return ItemRow{row.text(0), row.text(1), row.text(2), row.text(3), row.text(4),
                    row.text(5), row.text(6), row.text(7), row.text(8), row.text(9)};
 }
 
-double priceOf(const OrderLine& line, bool canSeePrice) { return val(canSeePrice ? line.單價 : line.原單價); }
+double priceOf(const OrderLine& line, bool canSeePrice) {
+    return val(canSeePrice ? line.單價 : line.原單價);
+}
 
 void putPrice(OrderLine& line, double price, bool canSeePrice) {
     line.原單價 = numberText(price);
@@ -49,8 +55,9 @@ void recalculateLine(OrderLine& line, const PricingContext& context) {
     const double quantity = val(line.數量);
     const double price = priceOf(line, context.canSeePrice);
     const SizeText size = splitSize(line.規格);
-    const auto formula = selectFormula(context.formulas, {size.first.unit, size.second.unit, context.stockUnit.trimmed(),
-                                                          line.單位.trimmed(), context.category});
+    const auto formula =
+        selectFormula(context.formulas, {size.first.unit, size.second.unit, context.stockUnit.trimmed(),
+                                         line.單位.trimmed(), context.category});
     double amount = 0;
     if (!formula) {
         line.計價公式 = u"無計價公式以單價*數量計算 "_s + numberText(quantity) + u'*' + numberText(price);
@@ -69,7 +76,8 @@ void recalculateLine(OrderLine& line, const PricingContext& context) {
 
 double orderTotal(const OrderLines& lines, bool canSeePrice) {
     double sum = 0;
-    for (const OrderLine& line : lines) sum += val(canSeePrice ? line.小計 : line.原小計);
+    for (const OrderLine& line : lines)
+        sum += val(canSeePrice ? line.小計 : line.原小計);
     return money(sum);
 }
 
@@ -82,7 +90,9 @@ bool updateSheetCount(OrderLine& line) {
     return cut > 0;
 }
 
-double openQuantity(const OrderLine& line) { return val(numberText(val(line.數量) - val(line.已入庫數))); }
+double openQuantity(const OrderLine& line) {
+    return val(numberText(val(line.數量) - val(line.已入庫數)));
+}
 
 void updateOpenQuantity(OrderLine& line) {
     const double received = val(line.已入庫數);
@@ -102,8 +112,8 @@ PriceFound latestHistoryPrice(Connection& connection, const QString& vendor, con
     return {val(row.text(u"單價")), row.text(u"幣別").trimmed()};
 }
 
-double priceOfNewLine(Connection& connection, const QString& vendor, const QString& code, const PriceFound& master,
-                      const QString& currency, const QString& date) {
+double priceOfNewLine(Connection& connection, const QString& vendor, const QString& code,
+                      const PriceFound& master, const QString& currency, const QString& date) {
     PriceFound found = latestHistoryPrice(connection, vendor, code);
     if (found.price <= 0) found = master;
     return convertCurrencyAt(connection, found.currency, found.price, currency, date);

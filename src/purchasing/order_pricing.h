@@ -19,8 +19,8 @@ std::optional<ItemRow> findItem(Connection& connection, const QString& family, c
 struct PricingContext {
     const FormulaTable& formulas;
     CEval& evaluator;
-    QString category;     ///< 類別 of the document
-    QString stockUnit;    ///< 單位 of the item master
+    QString category;  ///< 類別 of the document
+    QString stockUnit; ///< 單位 of the item master
     bool canSeePrice = false;
 };
 
@@ -52,8 +52,8 @@ PriceFound latestHistoryPrice(Connection& connection, const QString& vendor, con
 
 /// Price of a line that an item comes into: the vendor's latest, else the master's, converted to the document's currency at
 /// its date.
-double priceOfNewLine(Connection& connection, const QString& vendor, const QString& code, const PriceFound& master,
-                      const QString& currency, const QString& date8);
+double priceOfNewLine(Connection& connection, const QString& vendor, const QString& code,
+                      const PriceFound& master, const QString& currency, const QString& date8);
 
 /// Puts a price where the user's right lets it be seen; the hidden column always has it.
 void putPrice(OrderLine& line, double price, bool canSeePrice);

@@ -26,7 +26,8 @@ std::optional<Finding> checkOrderLines(const OrderLines& lines) {
 
 void numberOrderLines(OrderLines& lines, double receivedHigh) {
     double high = receivedHigh;
-    for (const OrderLine& line : lines) high = std::max(high, val(line.序));
+    for (const OrderLine& line : lines)
+        high = std::max(high, val(line.序));
     for (OrderLine& line : lines)
         if (val(line.序) <= 0) line.序 = numberText(++high);
 }
@@ -38,7 +39,8 @@ using LineByNumber = QHash<double, const OrderLine*>;
 LineByNumber byNumber(const OrderLines& lines) {
     LineByNumber result;
     for (const OrderLine& line : lines)
-        if (const double number = val(line.序); number > 0 && !result.contains(number)) result.insert(number, &line);
+        if (const double number = val(line.序); number > 0 && !result.contains(number))
+            result.insert(number, &line);
     return result;
 }
 
@@ -76,9 +78,12 @@ std::vector<RequisitionChange> requisitionChanges(const OrderLines& lines, const
         }
         changes[place.value(key)].quantity += sign * val(line.數量);
     };
-    for (const OrderLine& line : stored) add(line, -1);
-    for (const OrderLine& line : lines) add(line, 1);
-    std::erase_if(changes, [](const RequisitionChange& change) { return val(numberText(change.quantity)) == 0; });
+    for (const OrderLine& line : stored)
+        add(line, -1);
+    for (const OrderLine& line : lines)
+        add(line, 1);
+    std::erase_if(changes,
+                  [](const RequisitionChange& change) { return val(numberText(change.quantity)) == 0; });
     return changes;
 }
 
@@ -88,10 +93,12 @@ OrderLine normalizedForStore(const OrderLine& line, bool canSeePrice) {
         result.單價 = line.原單價;
         result.小計 = line.原小計;
     }
-    static constexpr QString OrderLine::*numbers[] = {&OrderLine::數量,   &OrderLine::單價,     &OrderLine::小計,
-                                                      &OrderLine::寬剖,   &OrderLine::小紙數,   &OrderLine::已入庫數,
-                                                      &OrderLine::未交數, &OrderLine::已檢驗數, &OrderLine::檢驗合格數};
-    for (const auto member : numbers) result.*member = numberText(val(result.*member));
+    static constexpr QString OrderLine::*numbers[] = {
+        &OrderLine::數量,   &OrderLine::單價,     &OrderLine::小計,
+        &OrderLine::寬剖,   &OrderLine::小紙數,   &OrderLine::已入庫數,
+        &OrderLine::未交數, &OrderLine::已檢驗數, &OrderLine::檢驗合格數};
+    for (const auto member : numbers)
+        result.*member = numberText(val(result.*member));
     return result;
 }
 

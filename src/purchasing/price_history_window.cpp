@@ -26,7 +26,8 @@ void registerPriceHistory(Process& process) {
         column->addWidget(grid, 1);
         guarded(on.session, u"顯示資料錯誤"_s, [&] {
             Connection connection(on.session.pool, on.session.connectionString);
-            grid->show(select(connection, priceHistoryStatement(on.session.formulaMode, on.session.filterCode)), {});
+            grid->show(
+                select(connection, priceHistoryStatement(on.session.formulaMode, on.session.filterCode)), {});
         });
         grid->setFocus();
         window.resize(520, 320);

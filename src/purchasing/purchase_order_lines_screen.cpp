@@ -43,13 +43,18 @@ void frm採購作業系統::connectGrid() {
 
 // ---- rows as lines ----
 
-OrderLine frm採購作業系統::lineAt(int row) const { return lineOf(fml明細->rowTexts(row)); }
+OrderLine frm採購作業系統::lineAt(int row) const {
+    return lineOf(fml明細->rowTexts(row));
+}
 
-void frm採購作業系統::putLine(int row, const OrderLine& line) { fml明細->setRowTexts(row, textsOf(line)); }
+void frm採購作業系統::putLine(int row, const OrderLine& line) {
+    fml明細->setRowTexts(row, textsOf(line));
+}
 
 OrderLines frm採購作業系統::linesOnScreen() const {
     OrderLines lines;
-    for (int row = 1; row <= fml明細->lineCount(); ++row) lines.push_back(lineAt(row));
+    for (int row = 1; row <= fml明細->lineCount(); ++row)
+        lines.push_back(lineAt(row));
     return lines;
 }
 
@@ -57,7 +62,8 @@ OrderLines frm採購作業系統::linesOnScreen() const {
 
 bool frm採購作業系統::mayType(const QString& title) const {
     if (mode() != ModeAdd && mode() != ModeEdit) return false;
-    if (title == u"單價" || title == u"大紙數" || title == u"單位" || title == u"壓線種類") return !isSettled();
+    if (title == u"單價" || title == u"大紙數" || title == u"單位" || title == u"壓線種類")
+        return !isSettled();
     if (title == u"已交數") return session.isAdministrator;
     return true;
 }
@@ -128,7 +134,8 @@ void frm採購作業系統::recalculate(int row, Speak speak) {
     bool evaluated = true;
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
-        if (const auto found = findItem(connection, session.category, line.原料代號.trimmed())) itemRow = *found;
+        if (const auto found = findItem(connection, session.category, line.原料代號.trimmed()))
+            itemRow = *found;
     });
     try {
         recalculateLine(line, {formulas, evaluator, session.category, itemRow.單位, canSeePrice});
@@ -159,8 +166,9 @@ void frm採購作業系統::putTotal(const QString& total) {
 
 void frm採購作業系統::priceLine(Connection& connection, OrderLine& line, const PriceFound& master) {
     putPrice(line,
-             priceOfNewLine(connection, entry(this, u"txt廠商代號"_s)->text().trimmed(), line.原料代號, master,
-                            combo(this, u"cbo幣別"_s)->currentText(), entry(this, u"txt採購日期"_s)->text().trimmed()),
+             priceOfNewLine(connection, entry(this, u"txt廠商代號"_s)->text().trimmed(), line.原料代號,
+                            master, combo(this, u"cbo幣別"_s)->currentText(),
+                            entry(this, u"txt採購日期"_s)->text().trimmed()),
              canSeePrice);
 }
 
@@ -324,10 +332,12 @@ void frm採購作業系統::showStock() {
     });
     const auto number = [](double value) { return formatAmount(numberText(value)); };
     const QString unit = figures.unit.isEmpty() ? QString() : u' ' + figures.unit;
-    label(this, u"lbl品名"_s)->setText(
-        fontMetrics().elidedText(fml明細->text(fml明細->currentRow(), u"內部品名"_s), Qt::ElideRight, 150));
+    label(this, u"lbl品名"_s)
+        ->setText(fontMetrics().elidedText(fml明細->text(fml明細->currentRow(), u"內部品名"_s),
+                                           Qt::ElideRight, 150));
     label(this, u"lbl實際庫存"_s)->setText(figures.known ? number(figures.actual) + unit : u"無"_s);
-    label(this, u"lbl安全庫存"_s)->setText(figures.safety.isEmpty() ? u"未設置"_s : number(val(figures.safety)));
+    label(this, u"lbl安全庫存"_s)
+        ->setText(figures.safety.isEmpty() ? u"未設置"_s : number(val(figures.safety)));
     label(this, u"lbl在單量"_s)->setText(number(figures.ordered));
     label(this, u"LBL在產量"_s)->setText(number(figures.issuing));
     if (figures.formulaFailed) session.messages.warn(u"提示"_s, u"公式設置有問題，可用庫存已設為0"_s);

@@ -34,15 +34,17 @@ ScreenInfo infoOf(const Session& session) {
     info.keyField = u"txt採購單號"_s;
     info.recordWord = u"採購單號"_s;
     info.freshKeys = true;
-    info.tools = {u"add"_s,  u"edit"_s, u"del"_s,  u"search"_s, u"save"_s,     u"|"_s,     u"first"_s, u"previous"_s,
-                  u"next"_s, u"last"_s, u"|"_s,    u"審單"_s,   u"整批審單"_s, u"print"_s, u"|"_s,     u"exit"_s};
+    info.tools = {u"add"_s,      u"edit"_s,     u"del"_s,  u"search"_s, u"save"_s, u"|"_s,
+                  u"first"_s,    u"previous"_s, u"next"_s, u"last"_s,   u"|"_s,    u"審單"_s,
+                  u"整批審單"_s, u"print"_s,    u"|"_s,    u"exit"_s};
     return info;
 }
 
 } // namespace
 
 void registerPurchaseOrderScreen(Process& process) {
-    process.registerScreen(u"frm採購作業系統"_s, [](Process& on) -> ScreenFrame* { return new frm採購作業系統(on); });
+    process.registerScreen(u"frm採購作業系統"_s,
+                           [](Process& on) -> ScreenFrame* { return new frm採購作業系統(on); });
 }
 
 frm採購作業系統::frm採購作業系統(Process& on)
@@ -53,10 +55,13 @@ frm採購作業系統::frm採購作業系統(Process& on)
     connectGrid();
     bindLookup(u"txt廠商代號"_s, u"scmd廠商代號"_s, [this](bool fromButton) { lookUpVendor(fromButton); });
     bindLookup(u"txt業務員代號"_s, u"scmd業務員"_s, [this](bool fromButton) { lookUpBuyer(fromButton); });
-    bindLookup(u"txt申購單位"_s, u"sscmd申購單位"_s, [this](bool fromButton) { loadRequisition(fromButton); });
+    bindLookup(u"txt申購單位"_s, u"sscmd申購單位"_s,
+               [this](bool fromButton) { loadRequisition(fromButton); });
     // The code alone is not the vendor: what was typed over needs a look-up again.
-    connect(entry(this, u"txt廠商代號"_s), &EntryField::typedInto, this, [this] { label(this, u"lbl廠商簡稱"_s)->clear(); });
-    connect(entry(this, u"txt業務員代號"_s), &EntryField::typedInto, this, [this] { label(this, u"lbl業務員名稱"_s)->clear(); });
+    connect(entry(this, u"txt廠商代號"_s), &EntryField::typedInto, this,
+            [this] { label(this, u"lbl廠商簡稱"_s)->clear(); });
+    connect(entry(this, u"txt業務員代號"_s), &EntryField::typedInto, this,
+            [this] { label(this, u"lbl業務員名稱"_s)->clear(); });
     check(this, u"chk稅"_s)->setEnabled(false);
 }
 
@@ -100,14 +105,19 @@ void frm採購作業系統::prepare() {
 
 void frm採購作業系統::showColumnsOfCategory() {
     if (session.category != u"物料") return;
-    for (const auto& title : boardOnlyColumns()) fml明細->setColumnTwips(title, 0);
+    for (const auto& title : boardOnlyColumns())
+        fml明細->setColumnTwips(title, 0);
     fml明細->setColumnTwips(u"內部品名"_s, 2200);
     fml明細->setColumnTitle(u"內部品名"_s, u"原料名稱"_s);
 }
 
-SqlText frm採購作業系統::browseStatement() const { return orderBrowseStatement(session); }
+SqlText frm採購作業系統::browseStatement() const {
+    return orderBrowseStatement(session);
+}
 
-SearchSpec frm採購作業系統::searchSpec() const { return orderSearch(session, canSeePrice); }
+SearchSpec frm採購作業系統::searchSpec() const {
+    return orderSearch(session, canSeePrice);
+}
 
 void frm採購作業系統::screenCommand(const QString& key) {
     if (key == u"審單") {
@@ -117,13 +127,16 @@ void frm採購作業系統::screenCommand(const QString& key) {
     }
 }
 
-BatchSpec frm採購作業系統::batchSpec() const { return orderBatch(session, canSeePrice); }
+BatchSpec frm採購作業系統::batchSpec() const {
+    return orderBatch(session, canSeePrice);
+}
 
 // ---- states ----
 
 void frm採購作業系統::clearRecordPage() {
     DocumentScreen::clearRecordPage();
-    for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s}) label(this, name)->clear();
+    for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s})
+        label(this, name)->clear();
     showScore({});
     check(this, u"chk稅"_s)->setChecked(false);
     showApproval(u"N"_s, {}, {});
@@ -168,7 +181,8 @@ int frm採購作業系統::showRecord(const QString& key) {
     if (!read || !order) return Failed;
     const OrderHeader& header = order->header;
     clearRecordPage();
-    for (const OrderBinding& binding : orderBindings()) setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
+    for (const OrderBinding& binding : orderBindings())
+        setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
     combo(this, u"Cbo類別"_s)->showText(header.類別);
     auto* currency = combo(this, u"cbo幣別"_s);
     currency->lock(!canSeePrice);
@@ -200,7 +214,9 @@ int frm採購作業系統::showRecord(const QString& key) {
     return 0;
 }
 
-bool frm採購作業系統::quickFind(const QString& number) { return findInBrowse(number); }
+bool frm採購作業系統::quickFind(const QString& number) {
+    return findInBrowse(number);
+}
 
 // ---- header look-ups ----
 
@@ -317,7 +333,8 @@ OrderHeader frm採購作業系統::headerOnScreen() const {
 
 bool frm採購作業系統::checkHeader() {
     if (label(this, u"lbl廠商簡稱"_s)->text().isEmpty()) entry(this, u"txt廠商代號"_s)->showText(QString());
-    if (label(this, u"lbl業務員名稱"_s)->text().isEmpty()) entry(this, u"txt業務員代號"_s)->showText(QString());
+    if (label(this, u"lbl業務員名稱"_s)->text().isEmpty())
+        entry(this, u"txt業務員代號"_s)->showText(QString());
     if (label(this, u"lbl廠商簡稱"_s)->text().trimmed().isEmpty())
         return showFinding({u"錯誤"_s, u"「廠商」欄位不可為空白!"_s, u"txt廠商代號"_s});
     auto* date = entry(this, u"txt採購日期"_s);
@@ -349,16 +366,18 @@ void frm採購作業系統::saveOrderAs(const QString& parameter) {
     save.loadedStamp = loadedStamp;
     save.canSeePrice = canSeePrice;
     save.mayApprove = rights.審單 || rights.批轉;
-    const bool written = runSave(isNew, u"採購明細中有重復的原物料或採購單號重復!"_s, false, [&](bool overwrite) {
-        save.overwrite = overwrite;
-        return saveOrder(session, save);
-    });
+    const bool written =
+        runSave(isNew, u"採購明細中有重復的原物料或採購單號重復!"_s, false, [&](bool overwrite) {
+            save.overwrite = overwrite;
+            return saveOrder(session, save);
+        });
     if (!written) return;
     lastDocumentNumber = save.header.採購單號;
     loadedStamp = stampOf(save.header);
     loadedLines = save.lines;
     // Lines saved for the first time have their numbers now, by which the next save knows them.
-    for (size_t i = 0; i < save.lines.size(); ++i) putLine(static_cast<int>(i) + 1, save.lines[i]);
+    for (size_t i = 0; i < save.lines.size(); ++i)
+        putLine(static_cast<int>(i) + 1, save.lines[i]);
     isApproved = save.header.審單 == u"Y";
     finishSave(save.header.採購單號, isNew, u"資料更新完畢!"_s);
 }

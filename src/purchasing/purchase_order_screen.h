@@ -1,8 +1,8 @@
 #pragma once
+#include "common/phrases.h"
 #include "data/connection.h"
 #include "formula/evaluator.h"
 #include "formula/formula_definitions.h"
-#include "common/phrases.h"
 #include "frame/document_screen.h"
 #include "purchasing/order_pricing.h"
 #include "purchasing/order_store.h"

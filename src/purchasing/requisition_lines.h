@@ -6,7 +6,8 @@ namespace liaowu {
 
 /// The header of a requisition, as 原料申購資料 holds it. Dates are YYYYMMDD.
 struct RequisitionHeader {
-    QString 申購單號, 類別, 申購日期, 經辦代號, 經辦名稱, 工單單號, 申購單位, 需求日期, 請購原因, 庫別, 備註, 審單, 審單人, 審單日期;
+    QString 申購單號, 類別, 申購日期, 經辦代號, 經辦名稱, 工單單號, 申購單位, 需求日期, 請購原因, 庫別, 備註,
+        審單, 審單人, 審單日期;
     QString 修改人, 修改時間; ///< as loaded: they tell whether somebody else has saved since
 };
 

@@ -17,7 +17,8 @@ struct RequisitionItem {
     QString code, name, 規格, 庫存, 單位, 單價, 幣別, 安全庫存;
 };
 /// An item of a family by exact code or name; nothing unless exactly one row matches.
-std::optional<RequisitionItem> findRequisitionItem(Connection& connection, const QString& family, const QString& codeOrName);
+std::optional<RequisitionItem> findRequisitionItem(Connection& connection, const QString& family,
+                                                   const QString& codeOrName);
 
 /// The line that a row of the item pick `frm原料輔助視窗_申購` gives; texts are cut to their limits, board counts in "PC".
 RequisitionLine lineOfItemPick(const QStringList& row, const QString& family);

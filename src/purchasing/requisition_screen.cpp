@@ -25,11 +25,16 @@ struct Binding {
 };
 const std::vector<Binding>& bindings() {
     static const std::vector<Binding> table{
-        {u"txt申購單號"_s, &RequisitionHeader::申購單號},   {u"Cbo類別"_s, &RequisitionHeader::類別},
-        {u"txt申購日期"_s, &RequisitionHeader::申購日期},   {u"txt經辦人代號"_s, &RequisitionHeader::經辦代號},
-        {u"lbl經辦人名稱"_s, &RequisitionHeader::經辦名稱}, {u"txt工單單號"_s, &RequisitionHeader::工單單號},
-        {u"lbl申購單位"_s, &RequisitionHeader::申購單位},   {u"txt需求日期"_s, &RequisitionHeader::需求日期},
-        {u"Cbo請購原因"_s, &RequisitionHeader::請購原因},   {u"Cbo庫別"_s, &RequisitionHeader::庫別},
+        {u"txt申購單號"_s, &RequisitionHeader::申購單號},
+        {u"Cbo類別"_s, &RequisitionHeader::類別},
+        {u"txt申購日期"_s, &RequisitionHeader::申購日期},
+        {u"txt經辦人代號"_s, &RequisitionHeader::經辦代號},
+        {u"lbl經辦人名稱"_s, &RequisitionHeader::經辦名稱},
+        {u"txt工單單號"_s, &RequisitionHeader::工單單號},
+        {u"lbl申購單位"_s, &RequisitionHeader::申購單位},
+        {u"txt需求日期"_s, &RequisitionHeader::需求日期},
+        {u"Cbo請購原因"_s, &RequisitionHeader::請購原因},
+        {u"Cbo庫別"_s, &RequisitionHeader::庫別},
         {u"txt備注"_s, &RequisitionHeader::備註},
     };
     return table;
@@ -44,8 +49,9 @@ ScreenInfo screenInfo() {
     info.keyColumn = u"申購單號"_s;
     info.keyField = u"txt申購單號"_s;
     info.recordWord = u"申購單號"_s;
-    info.tools = {u"add"_s,  u"edit"_s, u"del"_s, u"search"_s, u"save"_s, u"|"_s,     u"first"_s, u"previous"_s,
-                  u"next"_s, u"last"_s, u"|"_s,   u"審單"_s,   u"批審"_s, u"print"_s, u"|"_s,     u"exit"_s};
+    info.tools = {u"add"_s,   u"edit"_s,     u"del"_s,  u"search"_s, u"save"_s, u"|"_s,
+                  u"first"_s, u"previous"_s, u"next"_s, u"last"_s,   u"|"_s,    u"審單"_s,
+                  u"批審"_s,  u"print"_s,    u"|"_s,    u"exit"_s};
     return info;
 }
 
@@ -64,7 +70,8 @@ DocumentSpec documentSpec() {
         {Kind::Entry, u"txt申購日期"_s, u"申購日期"_s, 0, 1, 110, 8, 1},
         {Kind::Combo, u"Cbo類別"_s, u"類別"_s, 0, 2, 110},
         {Kind::Combo, u"Cbo請購原因"_s, u"請購原因"_s, 0, 3, 140},
-        {Kind::Lookup, u"txt經辦人代號"_s, u"經辦人"_s, 1, 0, 122, 8, 0, true, u"scmd經辦人"_s, u"lbl經辦人名稱"_s},
+        {Kind::Lookup, u"txt經辦人代號"_s, u"經辦人"_s, 1, 0, 122, 8, 0, true, u"scmd經辦人"_s,
+         u"lbl經辦人名稱"_s},
         {Kind::Entry, u"txt需求日期"_s, u"需求日期"_s, 1, 1, 110, 8, 1},
         {Kind::Entry, u"txt工單單號"_s, u"工單單號"_s, 1, 2, 110, 20},
         {Kind::Combo, u"Cbo庫別"_s, u"庫別"_s, 1, 3, 140},
@@ -97,12 +104,14 @@ DocumentSpec documentSpec() {
 } // namespace
 
 void registerRequisitionScreen(Process& process) {
-    process.registerScreen(u"frm申購作業系統"_s, [](Process& on) -> ScreenFrame* { return new frm申購作業系統(on); });
+    process.registerScreen(u"frm申購作業系統"_s,
+                           [](Process& on) -> ScreenFrame* { return new frm申購作業系統(on); });
 }
 
 frm申購作業系統::frm申購作業系統(Process& on) : DocumentScreen(on, screenInfo(), documentSpec()) {
     if (session.approvalParam == u"N") hideTool(u"審單"_s);
-    for (const auto& [name, caption] : {std::pair(u"lbl庫存數"_s, u"庫存"_s), std::pair(u"lbl安全庫存"_s, u"安全庫存"_s)}) {
+    for (const auto& [name, caption] :
+         {std::pair(u"lbl庫存數"_s, u"庫存"_s), std::pair(u"lbl安全庫存"_s, u"安全庫存"_s)}) {
         auto* text = new QLabel(caption, this);
         text->setProperty("caption", true);
         footer()->addWidget(text);
@@ -115,7 +124,8 @@ frm申購作業系統::frm申購作業系統(Process& on) : DocumentScreen(on, s
     connectGrid();
     bindLookup(u"txt經辦人代號"_s, u"scmd經辦人"_s, [this](bool fromButton) { lookUpPerson(fromButton); });
     connect(button(this, u"scmd申購單位"_s), &QPushButton::clicked, this, [this] { lookUpDepartment(); });
-    connect(entry(this, u"txt經辦人代號"_s), &EntryField::typedInto, this, [this] { label(this, u"lbl經辦人名稱"_s)->clear(); });
+    connect(entry(this, u"txt經辦人代號"_s), &EntryField::typedInto, this,
+            [this] { label(this, u"lbl經辦人名稱"_s)->clear(); });
 }
 
 void frm申購作業系統::connectGrid() {
@@ -123,19 +133,28 @@ void frm申購作業系統::connectGrid() {
     events.mayType = [this](int, const QString& title) {
         return (mode() == ModeAdd || mode() == ModeEdit) && title != u"已采購數";
     };
-    events.edited = [this](int row, const QString& title, const QString&, bool batch) { return cellEdited(row, title, batch); };
+    events.edited = [this](int row, const QString& title, const QString&, bool batch) {
+        return cellEdited(row, title, batch);
+    };
     events.pick = [this](int row, const QString& title) { return runPick(row, title); };
     events.resolve = [this](int row, const QString&, const QString& code) { return resolveCode(row, code); };
-    events.entered = [this](int, const QString& title) { button(this, u"scmd輔助"_s)->setEnabled(title == u"原料代號"); };
+    events.entered = [this](int, const QString& title) {
+        button(this, u"scmd輔助"_s)->setEnabled(title == u"原料代號");
+    };
     connect(fml明細, &LineGrid::selectionMoved, this, [this] { showStock(); });
 }
 
-SqlText frm申購作業系統::browseStatement() const { return requisitionBrowseStatement(); }
-SearchSpec frm申購作業系統::searchSpec() const { return requisitionSearch(session); }
+SqlText frm申購作業系統::browseStatement() const {
+    return requisitionBrowseStatement();
+}
+SearchSpec frm申購作業系統::searchSpec() const {
+    return requisitionSearch(session);
+}
 
 BatchSpec frm申購作業系統::batchSpec() const {
     QString last;
-    if (browseSet.isOpen() && browseSet.RecordCount() > 0) last = browseSet.textAt(browseSet.RecordCount() - 1, 0).trimmed();
+    if (browseSet.isOpen() && browseSet.RecordCount() > 0)
+        last = browseSet.textAt(browseSet.RecordCount() - 1, 0).trimmed();
     return requisitionBatch(session, last);
 }
 
@@ -197,7 +216,8 @@ int frm申購作業系統::showRecord(const QString& key) {
     const RequisitionHeader& header = requisition->header;
     clearRecordPage();
     fillLists();
-    for (const Binding& binding : bindings()) setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
+    for (const Binding& binding : bindings())
+        setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
     isApproved = header.審單 == u"Y";
     showApproval(isApproved ? u"Y"_s : u"N"_s, header.審單人, header.審單日期, session.approvalParam != u"N");
     int row = 0;
@@ -212,7 +232,9 @@ int frm申購作業系統::showRecord(const QString& key) {
     return 0;
 }
 
-bool frm申購作業系統::quickFind(const QString& number) { return findInBrowse(number); }
+bool frm申購作業系統::quickFind(const QString& number) {
+    return findInBrowse(number);
+}
 
 // ---- look-ups ----
 
@@ -247,14 +269,17 @@ void frm申購作業系統::lookUpDepartment() {
 
 // ---- lines ----
 
-RequisitionLine frm申購作業系統::lineAt(int row) const { return recordOf(RequisitionLineColumns, fml明細->rowTexts(row)); }
+RequisitionLine frm申購作業系統::lineAt(int row) const {
+    return recordOf(RequisitionLineColumns, fml明細->rowTexts(row));
+}
 void frm申購作業系統::putLine(int row, const RequisitionLine& line) {
     fml明細->setRowTexts(row, textsOf(RequisitionLineColumns, line));
 }
 
 RequisitionLines frm申購作業系統::linesOnScreen() const {
     RequisitionLines lines;
-    for (int row = 1; row <= fml明細->lineCount(); ++row) lines.push_back(lineAt(row));
+    for (int row = 1; row <= fml明細->lineCount(); ++row)
+        lines.push_back(lineAt(row));
     return lines;
 }
 
@@ -304,7 +329,8 @@ bool frm申購作業系統::resolveCode(int row, const QString& code) {
     });
     if (!item) return false;
     RequisitionLine line = lineAt(row);
-    const RequisitionLine found = lineOfItemPick({item->code, item->name, item->規格, item->庫存, item->單位}, family());
+    const RequisitionLine found =
+        lineOfItemPick({item->code, item->name, item->規格, item->庫存, item->單位}, family());
     line.原料代號 = found.原料代號;
     line.原料名稱 = found.原料名稱;
     line.規格 = found.規格;
@@ -325,7 +351,10 @@ void frm申購作業系統::showStock() {
             item = findRequisitionItem(connection, family(), code);
         });
     label(this, u"lbl庫存數"_s)->setText(item ? formatAmount(item->庫存) + u' ' + item->單位 : QString());
-    label(this, u"lbl安全庫存"_s)->setText(!item ? QString() : item->安全庫存.isEmpty() ? u"<未設置>"_s : formatAmount(item->安全庫存));
+    label(this, u"lbl安全庫存"_s)
+        ->setText(!item                      ? QString()
+                  : item->安全庫存.isEmpty() ? u"<未設置>"_s
+                                             : formatAmount(item->安全庫存));
 }
 
 // ---- saving ----
@@ -341,7 +370,8 @@ RequisitionHeader frm申購作業系統::headerOnScreen() const {
 }
 
 bool frm申購作業系統::check() {
-    if (validDate8(entry(this, u"txt申購日期"_s)->text()) != 0 || entry(this, u"txt申購日期"_s)->text().isEmpty())
+    if (validDate8(entry(this, u"txt申購日期"_s)->text()) != 0 ||
+        entry(this, u"txt申購日期"_s)->text().isEmpty())
         return showFinding({u"錯誤"_s, u"「申購日期」日期輸入錯誤!"_s, u"txt申購日期"_s});
     if (validDate8(entry(this, u"txt需求日期"_s)->text()) != 0)
         return showFinding({u"錯誤"_s, u"「需求日期」日期輸入錯誤!"_s, u"txt需求日期"_s});
@@ -362,11 +392,17 @@ void frm申購作業系統::saveAs(const QString& parameter) {
         showFinding(*finding);
         return;
     }
-    if (label(this, u"lbl經辦人名稱"_s)->text().isEmpty()) entry(this, u"txt經辦人代號"_s)->showText(QString());
+    if (label(this, u"lbl經辦人名稱"_s)->text().isEmpty())
+        entry(this, u"txt經辦人代號"_s)->showText(QString());
     if (!isNew && !approving && !session.messages.ask(u"詢問"_s, u"確定更新此筆資料?"_s)) return;
     if (isNew && !drawNumber(requisitionNumbers())) return;
-    RequisitionSave save{headerOnScreen(), linesOnScreen(), isNew, lastDocumentNumber, loadedStamp,
-                         rights.審單 || rights.批轉, false};
+    RequisitionSave save{headerOnScreen(),
+                         linesOnScreen(),
+                         isNew,
+                         lastDocumentNumber,
+                         loadedStamp,
+                         rights.審單 || rights.批轉,
+                         false};
     const bool written = runSave(isNew, u"申購單號重複!"_s, true, [&](bool overwrite) {
         save.overwrite = overwrite;
         return saveRequisition(session, save);

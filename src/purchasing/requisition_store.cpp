@@ -61,12 +61,14 @@ DocumentStamp versionOf(const RequisitionHeader& header) {
 }
 
 bool isApprovedInStore(Connection& connection, const QString& number) {
-    return select(connection, sql(u"select 申購單號 from [原料申購資料] where 申購單號 = '{}' And 審單 = 'Y'", number))
+    return select(connection,
+                  sql(u"select 申購單號 from [原料申購資料] where 申購單號 = '{}' And 審單 = 'Y'", number))
                .RecordCount() > 0;
 }
 
 void writeHeader(Recordset& row, const RequisitionHeader& header) {
-    for (const auto& column : headerColumns) row.set(column.name, header.*column.member);
+    for (const auto& column : headerColumns)
+        row.set(column.name, header.*column.member);
     const bool approved = header.審單 == u"Y";
     row.set(u"審單", approved ? u"Y"_s : u"N"_s);
     row.set(u"審單人", approved ? header.審單人 : QString());
@@ -76,7 +78,8 @@ void writeHeader(Recordset& row, const RequisitionHeader& header) {
 /// Dates, numbers and ordered quantities as they are written.
 void settleLines(RequisitionSave& save, const QHash<QString, QString>& ordered) {
     double high = 0;
-    for (const RequisitionLine& line : save.lines) high = std::max(high, val(line.序));
+    for (const RequisitionLine& line : save.lines)
+        high = std::max(high, val(line.序));
     for (RequisitionLine& line : save.lines) {
         if (line.需求日期.isEmpty() || validDate8(line.需求日期) != 0) line.需求日期 = save.header.需求日期;
         if (val(line.序) <= 0) line.序 = numberText(++high);
@@ -87,7 +90,8 @@ void settleLines(RequisitionSave& save, const QHash<QString, QString>& ordered) 
 
 QHash<QString, QString> orderedByItem(Connection& connection, const QString& number) {
     QHash<QString, QString> ordered;
-    Recordset rows = select(connection, sql(u"select 原料代號,已采購數 from 原料申購明細 where 申購單號 = '{}'", number));
+    Recordset rows =
+        select(connection, sql(u"select 原料代號,已采購數 from 原料申購明細 where 申購單號 = '{}'", number));
     for (; !rows.EOF_(); rows.MoveNext())
         ordered.insert(rows.text(u"原料代號").trimmed().toUpper(), rows.text(u"已采購數"));
     return ordered;
@@ -97,10 +101,12 @@ void writeLines(Connection& connection, const RequisitionSave& save) {
     const QString& number = save.header.申購單號;
     connection.Execute(sql(u"delete from 原料申購明細 where 申購單號 = '{}' ", number));
     Recordset table;
-    table.Open(sql(u"select * from [原料申購明細] where 申購單號 = '{}' ", number), connection, Cursor::Batch);
+    table.Open(sql(u"select * from [原料申購明細] where 申購單號 = '{}' ", number), connection,
+               Cursor::Batch);
     for (const RequisitionLine& line : save.lines) {
         table.AddNew();
-        for (const auto& column : lineColumns) table.set(column.name, line.*column.member);
+        for (const auto& column : lineColumns)
+            table.set(column.name, line.*column.member);
         table.set(u"申購單號", number);
     }
     if (!save.lines.empty()) table.UpdateBatch();
@@ -114,20 +120,24 @@ std::optional<Finding> checkRequisitionLines(const RequisitionLines& lines) {
     for (const RequisitionLine& line : lines) {
         ++row;
         const QString code = line.原料代號.trimmed().toUpper();
-        if (seen.contains(code)) return Finding{u"錯誤"_s, u"原料代號重復,請重新輸入"_s, {}, row, u"原料代號"_s};
+        if (seen.contains(code))
+            return Finding{u"錯誤"_s, u"原料代號重復,請重新輸入"_s, {}, row, u"原料代號"_s};
         seen.insert(code);
     }
     return std::nullopt;
 }
 
 std::optional<RequisitionDocument> loadRequisition(Connection& connection, const QString& number) {
-    const Recordset row = select(connection, sql(u"select * from [原料申購資料] where 申購單號 = '{}' ", number));
+    const Recordset row =
+        select(connection, sql(u"select * from [原料申購資料] where 申購單號 = '{}' ", number));
     if (row.RecordCount() == 0) return std::nullopt;
     RequisitionDocument document{headerOf(row), {}, {}};
     document.stamp = versionOf(document.header).text();
-    Recordset rows = select(connection, sql(u"Select 原料代號,原料名稱,規格,數量,單位,印件編號,需求日期,備注,'' as 序,工單單號,已采購數,楞別 "
-                                            u"From [原料申購明細] Where 申購單號 = '{}' Order By 原料申購明細.序 ",
-                                            number));
+    Recordset rows = select(
+        connection,
+        sql(u"Select 原料代號,原料名稱,規格,數量,單位,印件編號,需求日期,備注,'' as 序,工單單號,已采購數,楞別 "
+            u"From [原料申購明細] Where 申購單號 = '{}' Order By 原料申購明細.序 ",
+            number));
     for (; !rows.EOF_(); rows.MoveNext()) {
         RequisitionLine line;
         readFields(rows, lineColumns, line);
@@ -150,8 +160,10 @@ std::optional<SaveConflict> saveRequisition(Session& session, RequisitionSave& s
         const QString& number = save.lastDocumentNumber;
         if (!save.mayApprove && session.approvalParam != u"N" && isApprovedInStore(connection, number))
             throw Refusal(u"提示"_s, u"該單已審單,不允許修改"_s);
-        row.Open(sql(u"select * from [原料申購資料] where 申購單號 = '{}'", number), connection, Cursor::Optimistic);
-        if (row.RecordCount() == 0) throw Refusal(u"更新錯誤"_s, u"申購單 %1 已由其他使用者刪除!"_s.arg(number));
+        row.Open(sql(u"select * from [原料申購資料] where 申購單號 = '{}'", number), connection,
+                 Cursor::Optimistic);
+        if (row.RecordCount() == 0)
+            throw Refusal(u"更新錯誤"_s, u"申購單 %1 已由其他使用者刪除!"_s.arg(number));
         if (!save.overwrite)
             if (const auto conflict = versionOf(headerOf(row)).since(save.loadedStamp)) return conflict;
         ordered = orderedByItem(connection, number);
@@ -163,8 +175,9 @@ std::optional<SaveConflict> saveRequisition(Session& session, RequisitionSave& s
     writeHeader(row, save.header);
     row.Update();
     if (save.isNew)
-        connection.Execute(sql(u"UPDATE 原料申購資料 SET 製單人='{}',製單時間=dbo.DT(9) WHERE 申購單號 = '{}'", session.salesmanName,
-                               save.header.申購單號));
+        connection.Execute(
+            sql(u"UPDATE 原料申購資料 SET 製單人='{}',製單時間=dbo.DT(9) WHERE 申購單號 = '{}'",
+                session.salesmanName, save.header.申購單號));
     settleLines(save, ordered);
     writeLines(connection, save);
     transaction.commit();

@@ -19,7 +19,8 @@ constexpr char usage[] = "usage: liaowu-robot [--db TARGET] [--show] [--messages
 int main(int argc, char** argv) {
     using namespace liaowu;
     QStringList arguments;
-    for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
     const bool show = arguments.removeAll(QStringLiteral("--show")) > 0;
     const auto option = [&](const QString& name) {
         const qsizetype at = arguments.indexOf(name);
@@ -48,13 +49,15 @@ int main(int argc, char** argv) {
     applyLook(application);
 
     robot::Stage stage(target.isEmpty() ? QString() : connectionStringFor(target));
-    for (const QString& script : arguments) stage.play(script);
+    for (const QString& script : arguments)
+        stage.play(script);
 
     if (!messagesFile.isEmpty()) {
         QFile file(messagesFile);
         if (file.open(QIODevice::Append | QIODevice::Text)) {
             QTextStream lines(&file);
-            for (const robot::Told& told : stage.messagesShown()) lines << told.title << '\t' << told.text << '\n';
+            for (const robot::Told& told : stage.messagesShown())
+                lines << told.title << '\t' << told.text << '\n';
         }
     }
     std::printf("%d passed, %d failed\n", stage.passed(), stage.failed());

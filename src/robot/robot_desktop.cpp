@@ -13,7 +13,9 @@ void RobotDesktop::expectMessage(const QString& title, const QString& text, cons
     expected.push_back({title, text, answer});
 }
 
-void RobotDesktop::expectWindow(const QString& name, QJSValue run) { windows.push_back({name, std::move(run)}); }
+void RobotDesktop::expectWindow(const QString& name, QJSValue run) {
+    windows.push_back({name, std::move(run)});
+}
 
 bool RobotDesktop::takeExpected(const QString& title, const QString& text, QString& answer) {
     for (auto it = expected.begin(); it != expected.end(); ++it) {
@@ -25,7 +27,8 @@ bool RobotDesktop::takeExpected(const QString& title, const QString& text, QStri
     return false;
 }
 
-void RobotDesktop::record(const QString& icon, const QString& title, const QString& text, const QString& answer) {
+void RobotDesktop::record(const QString& icon, const QString& title, const QString& text,
+                          const QString& answer) {
     told.push_back({icon, title, text, answer});
     all.push_back(told.back());
 }
@@ -92,12 +95,16 @@ QString RobotDesktop::saveFileName(QWidget*, const QString& title, const QString
     return path;
 }
 
-std::vector<Told> RobotDesktop::takeMessages() { return std::exchange(told, {}); }
+std::vector<Told> RobotDesktop::takeMessages() {
+    return std::exchange(told, {});
+}
 
 QStringList RobotDesktop::unmet() const {
     QStringList texts;
-    for (const Expected& message : expected) texts << u"message never shown: [%1] %2"_s.arg(message.title, message.text);
-    for (const ExpectedWindow& window : windows) texts << u"window never opened: %1"_s.arg(window.name);
+    for (const Expected& message : expected)
+        texts << u"message never shown: [%1] %2"_s.arg(message.title, message.text);
+    for (const ExpectedWindow& window : windows)
+        texts << u"window never opened: %1"_s.arg(window.name);
     return texts;
 }
 

@@ -157,7 +157,8 @@ QStringList GridHandle::list() {
     QStringList texts;
     auto* lines = qobject_cast<LineGrid*>(view.data());
     if (!lines || !lines->cellList()->isVisible()) return texts;
-    for (int i = 0; i < lines->cellList()->count(); ++i) texts << lines->cellList()->item(i)->text();
+    for (int i = 0; i < lines->cellList()->count(); ++i)
+        texts << lines->cellList()->item(i)->text();
     return texts;
 }
 
@@ -181,7 +182,8 @@ void GridHandle::pick(const QString& text) {
 
 QJSValue GridHandle::row(int row) {
     QJSValue object = engine.newObject();
-    for (const QString& title : titles()) object.setProperty(title, cell(row, title));
+    for (const QString& title : titles())
+        object.setProperty(title, cell(row, title));
     return object;
 }
 
@@ -207,7 +209,9 @@ QString GridHandle::copy(int fromRow, const QString& fromTitle, int toRow, const
     return QApplication::clipboard()->text();
 }
 
-int GridHandle::currentRow() { return view && view->currentIndex().isValid() ? view->currentIndex().row() + 1 : 0; }
+int GridHandle::currentRow() {
+    return view && view->currentIndex().isValid() ? view->currentIndex().row() + 1 : 0;
+}
 
 QString GridHandle::currentTitle() {
     return view && view->currentIndex().isValid() ? titles().value(view->currentIndex().column()) : QString();

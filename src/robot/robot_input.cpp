@@ -1,11 +1,9 @@
 #include "robot/robot_input.h"
 #include <QApplication>
 #include <QCheckBox>
-#include <QCheckBox>
 #include <QInputMethodEvent>
 #include <QKeySequence>
 #include <QPointer>
-#include <QRadioButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QWidget>
@@ -47,9 +45,10 @@ struct KeyName {
     const char16_t* name;
     Qt::Key key;
 };
-constexpr KeyName special[] = {{u"Enter", Qt::Key_Return}, {u"Esc", Qt::Key_Escape},     {u"PageUp", Qt::Key_PageUp},
-                               {u"PageDown", Qt::Key_PageDown}, {u"PgUp", Qt::Key_PageUp}, {u"PgDn", Qt::Key_PageDown},
-                               {u"Tab", Qt::Key_Tab},      {u"Backtab", Qt::Key_Backtab}, {u"Space", Qt::Key_Space}};
+constexpr KeyName special[] = {
+    {u"Enter", Qt::Key_Return},      {u"Esc", Qt::Key_Escape},      {u"PageUp", Qt::Key_PageUp},
+    {u"PageDown", Qt::Key_PageDown}, {u"PgUp", Qt::Key_PageUp},     {u"PgDn", Qt::Key_PageDown},
+    {u"Tab", Qt::Key_Tab},           {u"Backtab", Qt::Key_Backtab}, {u"Space", Qt::Key_Space}};
 
 } // namespace
 
@@ -58,7 +57,8 @@ void typeText(QWidget* window, const QString& text) {
         QWidget* target = keyTarget(window);
         const QChar c = text[i];
         if (c.unicode() >= 0x20 && c.unicode() < 0x7f) {
-            QTest::keyClick(target, static_cast<char>(c.unicode()), c.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
+            QTest::keyClick(target, static_cast<char>(c.unicode()),
+                            c.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
         } else {
             const QString piece = c.isHighSurrogate() && i + 1 < text.size() ? text.mid(i++, 2) : QString(c);
             QInputMethodEvent commit;
@@ -83,8 +83,9 @@ void commitText(QWidget* window, const QString& text) {
 void pressKey(QWidget* window, const QString& name) {
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
     QString rest = name;
-    for (const auto& [word, modifier] : {std::pair(u"Ctrl+"_s, Qt::ControlModifier), std::pair(u"Shift+"_s, Qt::ShiftModifier),
-                                         std::pair(u"Alt+"_s, Qt::AltModifier)})
+    for (const auto& [word, modifier] :
+         {std::pair(u"Ctrl+"_s, Qt::ControlModifier), std::pair(u"Shift+"_s, Qt::ShiftModifier),
+          std::pair(u"Alt+"_s, Qt::AltModifier)})
         if (rest.startsWith(word)) {
             modifiers |= modifier;
             rest.remove(0, word.size());
@@ -106,7 +107,8 @@ void clickWidget(QWidget* widget) {
     // Options and check boxes react where they are drawn, not in the whole room that they have.
     const bool small = qobject_cast<QRadioButton*>(widget) || qobject_cast<QCheckBox*>(widget);
     const QPoint centre = widget->rect().center();
-    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, small ? QPoint(std::min(10, centre.x()), centre.y()) : centre);
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier,
+                      small ? QPoint(std::min(10, centre.x()), centre.y()) : centre);
     settle();
 }
 

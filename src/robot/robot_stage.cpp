@@ -52,19 +52,29 @@ var rule = new Proxy({}, { get: (target, name) => (...args) => stage.rule(name, 
 
 /// Texts of the fields that scripts ask for.
 QJSValue fieldOf(QJSEngine& engine, const Session& session, const QString& name) {
-    const std::pair<const char16_t*, QString> texts[] = {
-        {u"commandLine", session.commandLine},       {u"connectionString", session.connectionString},
-        {u"functionName", session.functionName},     {u"userName", session.userName},
-        {u"approvalParam", session.approvalParam},   {u"otherParam", session.otherParam},
-        {u"screenFunction", session.screenFunction}, {u"category", session.category},
-        {u"formulaMode", session.formulaMode},       {u"salesmanCode", session.salesmanCode},
-        {u"salesmanName", session.salesmanName},     {u"salesScope", session.salesScope},
-        {u"formula1", session.formula1},             {u"pickParam", session.pickParam},
-        {u"pickCategory", session.pickCategory},     {u"pickMode", session.pickMode},
-        {u"pickVendor", session.pickVendor},         {u"scratchText", session.scratchText},
-        {u"scratchA", session.scratchA},             {u"scratchB", session.scratchB},
-        {u"numberPartA", session.numberPartA},       {u"numberPartB", session.numberPartB},
-        {u"numberPartC", session.numberPartC}};
+    const std::pair<const char16_t*, QString> texts[] = {{u"commandLine", session.commandLine},
+                                                         {u"connectionString", session.connectionString},
+                                                         {u"functionName", session.functionName},
+                                                         {u"userName", session.userName},
+                                                         {u"approvalParam", session.approvalParam},
+                                                         {u"otherParam", session.otherParam},
+                                                         {u"screenFunction", session.screenFunction},
+                                                         {u"category", session.category},
+                                                         {u"formulaMode", session.formulaMode},
+                                                         {u"salesmanCode", session.salesmanCode},
+                                                         {u"salesmanName", session.salesmanName},
+                                                         {u"salesScope", session.salesScope},
+                                                         {u"formula1", session.formula1},
+                                                         {u"pickParam", session.pickParam},
+                                                         {u"pickCategory", session.pickCategory},
+                                                         {u"pickMode", session.pickMode},
+                                                         {u"pickVendor", session.pickVendor},
+                                                         {u"scratchText", session.scratchText},
+                                                         {u"scratchA", session.scratchA},
+                                                         {u"scratchB", session.scratchB},
+                                                         {u"numberPartA", session.numberPartA},
+                                                         {u"numberPartB", session.numberPartB},
+                                                         {u"numberPartC", session.numberPartC}};
     for (const auto& [field, value] : texts)
         if (name == field) return value;
     const std::pair<const char16_t*, bool> flags[] = {
@@ -74,7 +84,8 @@ QJSValue fieldOf(QJSEngine& engine, const Session& session, const QString& name)
     for (const auto& [field, value] : flags)
         if (name == field) return value;
     if (name == u"pickResult") return engine.toScriptValue(session.pickResult);
-    if (name == u"gridColours") return engine.toScriptValue(QStringList(session.gridColours.begin(), session.gridColours.end()));
+    if (name == u"gridColours")
+        return engine.toScriptValue(QStringList(session.gridColours.begin(), session.gridColours.end()));
     engine.throwError(u"no session field %1"_s.arg(name));
     return {};
 }
@@ -96,9 +107,13 @@ Stage::Stage(const QString& target) : connection(target) {
     if (loaded.isError()) qFatal("prelude: %s", qPrintable(loaded.toString()));
 }
 
-Stage::~Stage() { launches.clear(); }
+Stage::~Stage() {
+    launches.clear();
+}
 
-QString Stage::where() const { return QFileInfo(script).fileName(); }
+QString Stage::where() const {
+    return QFileInfo(script).fileName();
+}
 
 void Stage::fail(const QString& what) {
     ++failedCount;
@@ -138,11 +153,14 @@ bool Stage::play(const QString& path) {
     if (outcome.isError())
         fail(u"line %1: %2"_s.arg(outcome.property(u"lineNumber"_s).toString(), outcome.toString()));
     settle();
-    for (const QString& text_ : desktop.unmet()) fail(text_);
-    for (const QString& fragment : awaited) fail(u"statement never came: %1"_s.arg(fragment));
+    for (const QString& text_ : desktop.unmet())
+        fail(text_);
+    for (const QString& fragment : awaited)
+        fail(u"statement never came: %1"_s.arg(fragment));
     awaited.clear();
     desktop.reset();
-    for (auto& launched : launches) launched->pool.failAt(0);
+    for (auto& launched : launches)
+        launched->pool.failAt(0);
     launches.clear();
     engine.collectGarbage();
     frozen = QDateTime();
@@ -160,7 +178,8 @@ QJSValue Stage::launchString(const QString& text) {
     ScreenFrame* screen = liaowu::launch(*process, text);
     QPointer<ScreenFrame> alive(screen);
     launches.push_back(std::move(process));
-    for (int i = 0; i < 50 && alive && !alive->isActivated() && !alive->wasRefused(); ++i) settle();
+    for (int i = 0; i < 50 && alive && !alive->isActivated() && !alive->wasRefused(); ++i)
+        settle();
     settle();
     if (!alive || alive->wasRefused() || !alive->isVisible()) return QJSValue(QJSValue::NullValue);
     return engine.newQObject(new WindowHandle(engine, alive));
@@ -169,7 +188,9 @@ QJSValue Stage::launchString(const QString& text) {
 void Stage::onMessage(const QString& title, const QString& text, const QString& answer) {
     desktop.expectMessage(title, text, answer);
 }
-void Stage::onWindow(const QString& name, const QJSValue& run) { desktop.expectWindow(name, run); }
+void Stage::onWindow(const QString& name, const QJSValue& run) {
+    desktop.expectWindow(name, run);
+}
 
 QJSValue Stage::messages() {
     const std::vector<Told> told = desktop.takeMessages();
@@ -197,13 +218,16 @@ void Stage::clock(const QString& time) {
         return;
     }
     backstage->pool.setClock(frozen);
-    for (auto& launched : launches) launched->pool.setClock(frozen);
+    for (auto& launched : launches)
+        launched->pool.setClock(frozen);
 }
 
 void Stage::failDatabaseAt(int call) {
     if (!launches.empty()) launches.back()->pool.failAt(call);
 }
-int Stage::databaseCalls() { return launches.empty() ? 0 : launches.back()->pool.callCount(); }
+int Stage::databaseCalls() {
+    return launches.empty() ? 0 : launches.back()->pool.callCount();
+}
 
 void Stage::beforeStatement(const QString& fragment, const QJSValue& run) {
     awaited.insert(fragment);
@@ -213,18 +237,22 @@ void Stage::beforeStatement(const QString& fragment, const QJSValue& run) {
         if (outcome.isError())
             fail(u"%1 (line %2)"_s.arg(outcome.toString(), outcome.property(u"lineNumber"_s).toString()));
     };
-    for (auto& launched : launches) launched->pool.setTrace(met);
+    for (auto& launched : launches)
+        launched->pool.setTrace(met);
 }
 
 int Stage::run(const QString& program, const QStringList& arguments) {
     return QProcess::execute(QCoreApplication::applicationDirPath() + u'/' + program, arguments);
 }
 
-QString Stage::folder() const { return QFileInfo(script).absolutePath(); }
+QString Stage::folder() const {
+    return QFileInfo(script).absolutePath();
+}
 
 void Stage::writeFile(const QString& path, const QString& text) {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0) engine.throwError(u"not written: %1"_s.arg(path));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+        engine.throwError(u"not written: %1"_s.arg(path));
 }
 
 void Stage::copyFile(const QString& from, const QString& to) {
@@ -252,7 +280,8 @@ QJSValue Stage::query(const QString& at, const QString& text) {
             for (int c = 0; c < names.size(); ++c) {
                 QJSValue value(QJSValue::NullValue);
                 if (!rows.isNullAt(r, c))
-                    value = rows.isNumeric(c) ? QJSValue(rows.textAt(r, c).toDouble()) : QJSValue(rows.textAt(r, c));
+                    value = rows.isNumeric(c) ? QJSValue(rows.textAt(r, c).toDouble())
+                                              : QJSValue(rows.textAt(r, c));
                 object.setProperty(names[c], value);
             }
             list.setProperty(static_cast<uint>(r), object);
@@ -280,13 +309,18 @@ QJSValue Stage::rule(const QString& name, const QJSValue& arguments) {
 
 // ---- results ----
 
-QString Stage::clipboardText() const { return QApplication::clipboard()->text(); }
-void Stage::setClipboardText(const QString& text) { QApplication::clipboard()->setText(text); }
+QString Stage::clipboardText() const {
+    return QApplication::clipboard()->text();
+}
+void Stage::setClipboardText(const QString& text) {
+    QApplication::clipboard()->setText(text);
+}
 
 void Stage::screenshot(const QString& path) {
     settle();
     QWidget* shown = QApplication::activeModalWidget();
-    if (!shown && !launches.empty() && !launches.back()->openScreens().empty()) shown = launches.back()->openScreens().back();
+    if (!shown && !launches.empty() && !launches.back()->openScreens().empty())
+        shown = launches.back()->openScreens().back();
     if (!shown) {
         fail(u"nothing to take a picture of"_s);
         return;
@@ -312,6 +346,8 @@ void Stage::screenshot(const QString& path) {
     }
 }
 
-void Stage::note(const QString& text) { std::printf("%s\n", qPrintable(text)); }
+void Stage::note(const QString& text) {
+    std::printf("%s\n", qPrintable(text));
+}
 
 } // namespace liaowu::robot

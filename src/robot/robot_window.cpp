@@ -22,7 +22,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-ScreenFrame* screenOf(const QPointer<QWidget>& window) { return qobject_cast<ScreenFrame*>(window.data()); }
+ScreenFrame* screenOf(const QPointer<QWidget>& window) {
+    return qobject_cast<ScreenFrame*>(window.data());
+}
 
 bool isLocked(QWidget* control) {
     if (auto* field = qobject_cast<EntryField*>(control)) return field->isLocked();
@@ -33,7 +35,8 @@ bool isLocked(QWidget* control) {
 
 } // namespace
 
-WindowHandle::WindowHandle(QJSEngine& on, QWidget* shown) : engine(on), window(shown), knownName(shown->objectName()) {}
+WindowHandle::WindowHandle(QJSEngine& on, QWidget* shown)
+    : engine(on), window(shown), knownName(shown->objectName()) {}
 
 bool WindowHandle::alive() {
     if (window) return true;
@@ -64,10 +67,18 @@ QWidget* WindowHandle::control(const QString& name) {
     return hidden;
 }
 
-QString WindowHandle::title() const { return window ? window->windowTitle().remove(u"[*]"_s) : QString(); }
-QString WindowHandle::mode() const { return screenOf(window) ? screenOf(window)->mode() : QString(); }
-bool WindowHandle::open() const { return window && window->isVisible(); }
-bool WindowHandle::modified() const { return window && window->isWindowModified(); }
+QString WindowHandle::title() const {
+    return window ? window->windowTitle().remove(u"[*]"_s) : QString();
+}
+QString WindowHandle::mode() const {
+    return screenOf(window) ? screenOf(window)->mode() : QString();
+}
+bool WindowHandle::open() const {
+    return window && window->isVisible();
+}
+bool WindowHandle::modified() const {
+    return window && window->isWindowModified();
+}
 
 QString WindowHandle::status(int panel) {
     if (!alive() || !screenOf(window)) return {};
@@ -78,7 +89,9 @@ QString WindowHandle::status(int panel) {
     return screenOf(window)->statusText(panel);
 }
 
-QString WindowHandle::notice() { return alive() && screenOf(window) ? screenOf(window)->notice() : QString(); }
+QString WindowHandle::notice() {
+    return alive() && screenOf(window) ? screenOf(window)->notice() : QString();
+}
 
 void WindowHandle::set(const QString& name, const QString& text) {
     QWidget* target = control(name);
@@ -114,7 +127,8 @@ QString WindowHandle::get(const QString& name) {
 QStringList WindowHandle::items(const QString& name) {
     QStringList texts;
     if (auto* list = qobject_cast<QComboBox*>(control(name)))
-        for (int i = 0; i < list->count(); ++i) texts << list->itemText(i);
+        for (int i = 0; i < list->count(); ++i)
+            texts << list->itemText(i);
     return texts;
 }
 
@@ -152,7 +166,8 @@ void WindowHandle::choose(const QString& name, const QJSValue& item) {
     attempt([&] {
         if (auto* list = qobject_cast<QComboBox*>(target)) {
             const int at = item.isNumber() ? item.toInt() : list->findText(item.toString());
-            if (at < 0 || at >= list->count()) throw std::runtime_error("no item " + item.toString().toStdString());
+            if (at < 0 || at >= list->count())
+                throw std::runtime_error("no item " + item.toString().toStdString());
             if (!list->isEnabled() || isLocked(list)) throw std::runtime_error("the list is locked");
             list->setCurrentIndex(at);
             Q_EMIT list->activated(at);
@@ -178,13 +193,15 @@ void WindowHandle::panel(int number) {
 }
 
 bool WindowHandle::enabled(const QString& name) {
-    if (name.startsWith(u"toolbar:")) return alive() && screenOf(window) && screenOf(window)->isToolOn(name.mid(8));
+    if (name.startsWith(u"toolbar:"))
+        return alive() && screenOf(window) && screenOf(window)->isToolOn(name.mid(8));
     QWidget* target = control(name);
     return target && target->isEnabled();
 }
 
 bool WindowHandle::visible(const QString& name) {
-    if (name.startsWith(u"toolbar:")) return alive() && screenOf(window) && screenOf(window)->isToolShown(name.mid(8));
+    if (name.startsWith(u"toolbar:"))
+        return alive() && screenOf(window) && screenOf(window)->isToolShown(name.mid(8));
     QWidget* target = control(name);
     return target && target->isVisible();
 }

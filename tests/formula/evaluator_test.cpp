@@ -7,12 +7,28 @@ using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(Evaluator, Values) {
-    const std::pair<QString, double> cases[] = {
-        {u""_s, 0},         {u"   "_s, 0},      {u"-2^2"_s, 4},    {u"2^-1"_s, 0.5},    {u"2*-3"_s, -6},       {u"-(1+2)"_s, -3},
-        {u"+5"_s, 5},       {u"1."_s, 1},       {u".5"_s, 0.5},    {u"2^3^2"_s, 64},    {u"1--2"_s, 3},        {u"1+2*3"_s, 7},
-        {u"(1+2)*3"_s, 9},  {u"8/4/2"_s, 1},    {u"7-3-2"_s, 2},   {u"1.5+2.5"_s, 4},   {u" 1 + 2 "_s, 3},     {u"-(-(2))"_s, 2},
-        {u"120*90*100*3.25/10000"_s, 351},      {u"2*(3+4)^2"_s, 98}};
-    for (const auto& [text, value] : cases) EXPECT_DOUBLE_EQ(CEval().Evaluate(text), value) << text.toStdString();
+    const std::pair<QString, double> cases[] = {{u""_s, 0},
+                                                {u"   "_s, 0},
+                                                {u"-2^2"_s, 4},
+                                                {u"2^-1"_s, 0.5},
+                                                {u"2*-3"_s, -6},
+                                                {u"-(1+2)"_s, -3},
+                                                {u"+5"_s, 5},
+                                                {u"1."_s, 1},
+                                                {u".5"_s, 0.5},
+                                                {u"2^3^2"_s, 64},
+                                                {u"1--2"_s, 3},
+                                                {u"1+2*3"_s, 7},
+                                                {u"(1+2)*3"_s, 9},
+                                                {u"8/4/2"_s, 1},
+                                                {u"7-3-2"_s, 2},
+                                                {u"1.5+2.5"_s, 4},
+                                                {u" 1 + 2 "_s, 3},
+                                                {u"-(-(2))"_s, 2},
+                                                {u"120*90*100*3.25/10000"_s, 351},
+                                                {u"2*(3+4)^2"_s, 98}};
+    for (const auto& [text, value] : cases)
+        EXPECT_DOUBLE_EQ(CEval().Evaluate(text), value) << text.toStdString();
 }
 
 TEST(Evaluator, FaultsNameTheirColumn) {
@@ -45,7 +61,8 @@ TEST(Evaluator, FaultsNameTheirColumn) {
 }
 
 TEST(Evaluator, ArithmeticFailsAsAnError) {
-    for (const auto& text : {u"1/0"_s, u"9^9^9^9"_s, u"(0-8)^0.5"_s, u"0/0"_s}) EXPECT_THROW(CEval().Evaluate(text), FormulaError);
+    for (const auto& text : {u"1/0"_s, u"9^9^9^9"_s, u"(0-8)^0.5"_s, u"0/0"_s})
+        EXPECT_THROW(CEval().Evaluate(text), FormulaError);
     try {
         CEval().EvaluatePostfix(u"1 foo "_s);
         ADD_FAILURE();
@@ -73,14 +90,17 @@ TEST(Evaluator, SymbolsStandForNumbers) {
 }
 
 TEST(Evaluator, RandomTextGivesAValueOrAFault) {
-    const int inputs = qEnvironmentVariableIsSet("LIAOWU_RANDOM_INPUTS") ? qEnvironmentVariableIntValue("LIAOWU_RANDOM_INPUTS") : 200000;
+    const int inputs = qEnvironmentVariableIsSet("LIAOWU_RANDOM_INPUTS")
+                           ? qEnvironmentVariableIntValue("LIAOWU_RANDOM_INPUTS")
+                           : 200000;
     std::mt19937 random(20250115);
     const QString alphabet = u"0123456789.+-*/^()  A_b寬\t￥\xD842"_s;
     CEval evaluator;
     int values = 0;
     for (int i = 0; i < inputs; ++i) {
         QString text;
-        for (size_t length = random() % 24; length > 0; --length) text += alphabet[static_cast<qsizetype>(random() % static_cast<unsigned>(alphabet.size()))];
+        for (size_t length = random() % 24; length > 0; --length)
+            text += alphabet[static_cast<qsizetype>(random() % static_cast<unsigned>(alphabet.size()))];
         try {
             ASSERT_TRUE(std::isfinite(evaluator.Evaluate(text)));
             ++values;
@@ -94,5 +114,6 @@ TEST(Evaluator, RandomTextGivesAValueOrAFault) {
 TEST(Calculator, ComputesWhatSiteFormulasHold) {
     EXPECT_EQ(vxCalc(u"100-20+(3*4)"_s), 92);
     EXPECT_EQ(vxCalc(u"-5+2"_s), -3);
-    for (const auto& text : {u"實際庫存-1"_s, u"(1+2"_s, u"1/0"_s, u""_s, u"1+"_s, u"2^2"_s}) EXPECT_FALSE(vxCalc(text)) << text.toStdString();
+    for (const auto& text : {u"實際庫存-1"_s, u"(1+2"_s, u"1/0"_s, u""_s, u"1+"_s, u"2^2"_s})
+        EXPECT_FALSE(vxCalc(text)) << text.toStdString();
 }

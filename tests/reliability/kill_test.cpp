@@ -48,11 +48,20 @@ public:
     void work() {
         switch (random() % 6) {
         case 0:
-        case 1: newOrder(); break;
-        case 2: changeOrder(); break;
-        case 3: newReceipt(); break;
-        case 4: changeReceipt(); break;
-        default: random() % 2 ? removeReceipt() : removeOrder();
+        case 1:
+            newOrder();
+            break;
+        case 2:
+            changeOrder();
+            break;
+        case 3:
+            newReceipt();
+            break;
+        case 4:
+            changeReceipt();
+            break;
+        default:
+            random() % 2 ? removeReceipt() : removeOrder();
         }
     }
 
@@ -87,7 +96,8 @@ private:
         save.header.採購日期 = u"20250303"_s;
         save.header.廠商代號 = u"V1"_s;
         save.header.審單 = u"Y"_s;
-        for (int n = 1 + below(12); n > 0; --n) save.lines.push_back(orderLine());
+        for (int n = 1 + below(12); n > 0; --n)
+            save.lines.push_back(orderLine());
         save.header.品質要求 = QString::number(save.lines.size());
         saveOrder(session, save);
     }
@@ -117,7 +127,9 @@ private:
 
     ReceiptLines openLines(const QString& order) {
         Connection connection(session.pool, session.connectionString);
-        Recordset rows = select(connection, sql(u"select 原料代號,序,未交數 from 採購明細資料 where 採購單號='{}' and cast(未交數 as float)>0", order));
+        Recordset rows = select(connection, sql(u"select 原料代號,序,未交數 from 採購明細資料 where "
+                                                u"採購單號='{}' and cast(未交數 as float)>0",
+                                                order));
         ReceiptLines lines;
         for (; !rows.EOF_(); rows.MoveNext()) {
             ReceiptLine line;
@@ -160,7 +172,8 @@ private:
         save.lines = save.saved = receipt->lines;
         save.savedNumber = receipt->header.入庫單號;
         if (save.lines.size() > 1) save.lines.pop_back();
-        for (ReceiptLine& line : save.lines) line.數量 = line.入庫數量 = numberText(std::max(1.0, val(line.數量) - 1));
+        for (ReceiptLine& line : save.lines)
+            line.數量 = line.入庫數量 = numberText(std::max(1.0, val(line.數量) - 1));
         save.header.備註 = QString::number(save.lines.size());
         saveReceipt(session, save);
     }
@@ -204,18 +217,22 @@ QStringList halfWritten(Connection& connection) {
         for (Recordset rows = select(connection, statement); !rows.EOF_(); rows.MoveNext())
             if (val(rows.text(1)) != val(rows.text(2))) faults << rows.text(0);
     };
-    compare(sql(u"select h.採購單號,h.品質要求,count(l.序) as n from 採購資料 h left join 採購明細資料 l on l.採購單號=h.採購單號 group by "
+    compare(sql(u"select h.採購單號,h.品質要求,count(l.序) as n from 採購資料 h left join 採購明細資料 l on "
+                u"l.採購單號=h.採購單號 group by "
                 u"h.採購單號,h.品質要求"));
-    compare(sql(u"select h.入庫單號,h.備註,count(l.序) as n from 原料入庫資料 h left join 原料入庫明細 l on l.入庫單號=h.入庫單號 group by "
+    compare(sql(u"select h.入庫單號,h.備註,count(l.序) as n from 原料入庫資料 h left join 原料入庫明細 l on "
+                u"l.入庫單號=h.入庫單號 group by "
                 u"h.入庫單號,h.備註"));
-    for (const Difference& difference : checkPlant(connection).differences) faults << difference.text();
+    for (const Difference& difference : checkPlant(connection).differences)
+        faults << difference.text();
     return faults;
 }
 
 } // namespace
 
 TEST(Reliability, KilledAtAnyMomentLeavesNothingHalfWritten) {
-    const int kills = qEnvironmentVariableIsSet("LIAOWU_KILLS") ? qEnvironmentVariableIntValue("LIAOWU_KILLS") : 200;
+    const int kills =
+        qEnvironmentVariableIsSet("LIAOWU_KILLS") ? qEnvironmentVariableIntValue("LIAOWU_KILLS") : 200;
     QTemporaryDir folder;
     const QString connection = connectionStringFor(folder.filePath(u"plant.db"_s));
     ConnectionPool pool;
@@ -223,7 +240,9 @@ TEST(Reliability, KilledAtAnyMomentLeavesNothingHalfWritten) {
     {
         Connection link(pool, connection);
         for (int i = 1; i <= Items; ++i)
-            link.Execute(sql(u"insert into 物料資料 (物料代號,物料名稱,庫存,單位,進價,幣別) values ('M{}','M{}','0','pcs','1','')", i, i));
+            link.Execute(sql(u"insert into 物料資料 (物料代號,物料名稱,庫存,單位,進價,幣別) values "
+                             u"('M{}','M{}','0','pcs','1','')",
+                             i, i));
     }
     std::mt19937 random(4711);
     int struckInTransaction = 0;
@@ -250,8 +269,10 @@ TEST(Reliability, KilledAtAnyMomentLeavesNothingHalfWritten) {
         ASSERT_EQ(halfWritten(link), QStringList()) << "after kill " << i;
     }
     Connection link(pool, connection);
-    const int orders = static_cast<int>(val(select(link, sql(u"select count(*) as n from 採購資料")).text(0)));
-    const int receipts = static_cast<int>(val(select(link, sql(u"select count(*) as n from 原料入庫資料")).text(0)));
+    const int orders =
+        static_cast<int>(val(select(link, sql(u"select count(*) as n from 採購資料")).text(0)));
+    const int receipts =
+        static_cast<int>(val(select(link, sql(u"select count(*) as n from 原料入庫資料")).text(0)));
     std::printf("[ killed   ] %d times, journal in use %d times; %d orders and %d receipts stand\n", kills,
                 struckInTransaction, orders, receipts);
     EXPECT_GT(orders, 10);
