@@ -236,7 +236,7 @@ void putItemPick(OrderLine& line, const QStringList& row, const QString& categor
 
 std::optional<QStringList> exactPick(const Session& session, Connection& connection, const PickSpec& spec,
                                      const QString& code) {
-    for (const SqlText& statement : spec.statements(session, {code})) {
+    for (const SqlText& statement : spec.statements(session, {code.trimmed()})) {
         const Recordset rows = select(connection, statement);
         for (int row = 0; row < rows.RecordCount(); ++row) {
             if (rows.textAt(row, 0).trimmed().compare(code.trimmed(), Qt::CaseInsensitive) != 0) continue;
