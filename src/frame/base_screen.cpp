@@ -92,6 +92,7 @@ void ScreenFrame::activate() {
     setEnabled(true);
     start();
     watchTyping();
+    if (!session.databaseNotice.isEmpty()) showNotice(session.databaseNotice);
 }
 
 QString ScreenFrame::refusalText() const {
