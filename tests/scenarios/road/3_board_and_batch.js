@@ -47,3 +47,5 @@ masked.press("Enter");
 masked.grid("fml明細").enter(1, "小計");
 equal([masked.get("txt採購單號"), masked.get("txt合計"), masked.grid("fml明細").cell(1, "單價")], [board, "******", "******"], "no money without the right");
 screenshot("out/12_no_amount.png");
+
+equal(stage.run("liaowu-db", ["check", stage.defaultConnection()]), 0, "at the end of the road every derived figure is right");
