@@ -1,6 +1,7 @@
 #include "common/rights.h"
 #include "common/guard.h"
 #include "data/recordset.h"
+#include "data/schema/schema.h"
 
 namespace liaowu {
 
@@ -45,6 +46,10 @@ void loadUserProfile(Session& session) {
         if (!session.isAdministrator) session.salesScope = scopeOf(connection, session.userName);
         const Recordset company = select(connection, sql(u"select 公式1 from 公司基本資料 "));
         session.formula1 = company.RecordCount() > 0 ? company.text(u"公式1") : QString();
+        // A newer file works as far as it is the same; the user should know why something may not.
+        if (const int stored = storedVersion(connection); stored > schemaVersion())
+            session.databaseNotice =
+                u"資料庫的版本 %1 比程式的版本 %2 新,請更新程式"_s.arg(stored).arg(schemaVersion());
     });
 }
 

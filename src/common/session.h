@@ -35,6 +35,8 @@ struct Session {
     bool isAdministrator = false;
     QString salesScope; ///< ready-made SQL, empty or " And (業務員代號='A' Or 業務員代號='B' ) "
     QString formula1;   ///< the company's formula for available stock
+    QString
+        databaseNotice; ///< what the first screen tells of the database; empty when there is nothing to tell
 
     // lookups
     QString pickParam;

@@ -114,6 +114,8 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
         putLine(row, line);
         if (sure) {
             fml明細->unmarkCell(row, u"走紙才"_s);
+            // What was mended need not be told any longer.
+            if (notice().startsWith(u"第%1行剖切尺寸"_s.arg(row))) showNotice(QString());
         } else {
             fml明細->markCell(row, u"走紙才"_s, FaultColour, u"剖切尺寸沒有數字"_s);
             if (!batch && session.category != u"物料")

@@ -118,7 +118,8 @@ equal([told().slice(-1)[0], s.get("txt工單單號"), s.modified], [["critical",
 stage.copyFile(plant, file("other.db"));
 const other = db.at(Lite + file("other.db"));
 other.execute("update 料務_版本 set 版本=99");
-check(expect(at(Lite + file("other.db")), [], "a later version of our own tables"), "opens as well");
+const later = expect(at(Lite + file("other.db")), [], "a later version of our own tables");
+equal(later.notice(), "資料庫的版本 99 比程式的版本 1 新,請更新程式", "opens as well, and says so");
 other.execute("drop table 料務_版本");
 check(expect(at(Lite + file("other.db")), [], "a plain database of the suite"), "opens as well");
 other.execute("drop table 採購計價公式");

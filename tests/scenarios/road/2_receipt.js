@@ -1,7 +1,9 @@
-// The main road goes on: an approved order of the plant comes in, and the stock knows it.
+// The main road goes on: what was ordered for the requisition comes in, and the stock knows it.
 clock("2025-03-04 09:00:00");
 const order = db.query("select top 1 採購資料.採購單號, 採購資料.廠商代號 from 採購資料 inner join 採購明細資料 on 採購資料.採購單號=採購明細資料.採購單號 " +
     "where 採購資料.類別='物料' and 審單='Y' and 送清<>'Y' and cast(數量 as float)-cast(coalesce(已入庫數,'') as float)>0 order by 採購資料.採購單號 desc")[0];
+const asked = db.query("select distinct 請購單號 from 採購明細資料 where 採購單號='" + order["採購單號"] + "'")[0]["請購單號"];
+equal(asked.slice(0, 6), "250303", "the latest order to come is the one of the requisition");
 const r = launch({ function: "物料入庫作業", user: "主管甲" });
 r.press("F1");
 r.set("Cbo倉別", r.items("Cbo倉別")[1]);

@@ -1,0 +1,51 @@
+// The road's side ways: board comes in line by line, a supervisor approves what waits, and a buyer without 金額 looks on.
+clock("2025-03-05 10:00:00");
+const board = db.query("select top 1 採購單號 from 採購資料 where 類別='紙板' and 採購日期='20250303' order by 採購單號 desc")[0]["採購單號"];
+const line = () => db.query("select 已入庫數,送清 from 採購明細資料 where 採購單號='" + board + "' and 序=1")[0];
+const b = launch({ function: "浪紙入庫作業", user: "主管甲" });
+b.press("F1");
+b.set("Cbo倉別", b.items("Cbo倉別")[1]);
+onWindow("frm廠商輔助視窗_驗收", w => w.press("Enter"));
+b.set("txt廠商代號", "V001");
+b.key("txt廠商代號", "Enter");
+b.press("F6");
+onWindow("frm採購輔助視窗", w => w.press("Enter"));
+const sheets = b.grid("fml明細");
+sheets.type(1, "採購單號", board);
+equal(sheets.lineCount, 1, "one line of the order comes in");
+const open = Number(sheets.cell(1, "數量"));
+check(open > 1, "with what is open of it");
+sheets.type(1, "數量", String(open - 1));
+sheets.enter(1, "數量");
+screenshot("out/09_board_receipt.png");
+onMessage("資料儲存", "資料儲存完畢!");
+b.press("F8");
+equal([Number(line()["已入庫數"]), line()["送清"]], [open - 1, "N"], "the order waits for the rest");
+
+b.press("F2");
+b.click("scmd查詢條件");
+screenshot("out/10_search_conditions.png");
+b.click("scmd取消");
+
+const batch = launch({ function: "物料採購作業", user: "主管甲" });
+batch.toolbar("整批審單");
+batch.set("txt訂單日期1", "20241101");
+batch.click("scmd確定1");
+const waiting = batch.grid("fml整批審單");
+check(waiting.lineCount >= 2, "orders wait for approval");
+const first = waiting.cell(1, "採購單號");
+waiting.enter(2, "廠商代號");
+waiting.enter(1, "採購單號");
+waiting.doubleClick(1, "審單");
+screenshot("out/11_batch.png");
+batch.press("F8");
+equal(db.query("select 審單 from 採購資料 where 採購單號='" + first + "'")[0]["審單"], "Y", "what was marked is approved");
+
+const masked = launch({ function: "紙板採購作業", user: "採購乙" });
+masked.set("txt速查單號", board);
+masked.press("Enter");
+masked.grid("fml明細").enter(1, "小計");
+equal([masked.get("txt採購單號"), masked.get("txt合計"), masked.grid("fml明細").cell(1, "單價")], [board, "******", "******"], "no money without the right");
+screenshot("out/12_no_amount.png");
+
+equal(stage.run("liaowu-db", ["check", stage.defaultConnection()]), 0, "at the end of the road every derived figure is right");
