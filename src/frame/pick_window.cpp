@@ -154,6 +154,16 @@ bool PickWindow::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
+void PickWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QDialog::keyPressEvent(event);
+    } else if (auto* pressed = qobject_cast<QPushButton*>(focusWidget())) {
+        pressed->click();
+    } else {
+        focusNextChild();
+    }
+}
+
 std::vector<QStringList> pickRows(Process& process, const PickSpec& spec, QWidget* owner) {
     process.session.pickResult.clear();
     process.session.requisitionPickRows.clear();

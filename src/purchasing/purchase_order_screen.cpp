@@ -86,8 +86,9 @@ void frm採購作業系統::buildPanels() {
         button(this, u"scmd品質要求"_s)->setText(filled ? u"品質要求 ●"_s : u"品質要求"_s);
     });
     connect(button(this, u"LblClose經驗"_s), &QPushButton::clicked, this, [this] { notesPanel->hide(); });
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* left, QWidget* entered) {
-        if (entered && left == memo(this, u"txt經驗傳承"_s)) notesPanel->hide();
+    const QWidget* notes = memo(this, u"txt經驗傳承"_s);
+    connect(qApp, &QApplication::focusChanged, this, [this, notes](QWidget* left, QWidget* entered) {
+        if (entered && left == notes) notesPanel->hide();
     });
 }
 

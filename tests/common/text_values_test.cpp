@@ -141,6 +141,25 @@ TEST(TextValues, FiltersTakeWhatTheirModeTakes) {
     }
 }
 
+TEST(TextValues, AFieldOfOneLineTakesATextAsALine) {
+    struct Case {
+        QString text;
+        int mode;
+        bool upper;
+        QString taken;
+    };
+    const Case cases[] = {{u"a\r\nb\nc\rd"_s, 0, false, u"a b c d"_s},
+                          {u"n"_s, 6, true, u"N"_s},
+                          {u"n"_s, 6, false, u""_s},
+                          {u"ｙ"_s, 6, true, u"Y"_s},
+                          {u"１２\n３"_s, 1, false, u"123"_s},
+                          {u"kg-a"_s, 0, true, u"KG-A"_s},
+                          {u"𠮷é"_s, 0, true, u"𠮷É"_s},
+                          {u""_s, 3, true, u""_s}};
+    for (const Case& c : cases)
+        EXPECT_EQ(acceptedText(c.text, c.mode, c.upper), c.taken) << c.text.toStdString();
+}
+
 TEST(TextValues, WrittenNumbersReadBackAsTheSame) {
     std::mt19937_64 random(7);
     std::uniform_real_distribution<double> digits(-1, 1);

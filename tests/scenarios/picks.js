@@ -157,8 +157,13 @@ db.execute("insert into 浪紙資料 (浪紙代號,浪紙名稱,規格,進價,�
 onWindow("frm原料輔助視窗_採購", w => {
     const list = w.grid("MSHFlexGrid1");
     equal([rowsOf(w, "紙板代號"), list.currentRow()], [["AZXQ1", "ZXQ1"], 2], "the exact code is selected");
+    w.key("opt排序(0)", "Enter");
+    equal([w.open, w.focused() === "opt排序(0)"], [true, false], "Enter elsewhere moves on");
     w.click("opt排序(1)");
     equal(rowsOf(w, "紙板名稱"), ["乙板", "甲板"].sort(), "by name");
+    w.set("txt查詢", "沒有"); w.key("cmd確定", "Enter");
+    equal([w.open, list.lineCount], [true, 0], "on the button it asks again");
+    w.set("txt查詢", "zxq"); w.key("cmd確定", "Enter");
     w.set("txt查詢", "沒有"); w.click("cmd確定"); w.press("Enter");
     equal([w.open, list.lineCount], [true, 0], "an empty list gives nothing");
     w.set("txt查詢", "ZXQ1"); w.click("cmd確定"); w.click("opt排序(0)");
