@@ -68,6 +68,10 @@ QString format(double value, QStringView mask) {
     return result;
 }
 
+double settled(double sum) {
+    return val(format(sum, u"0.00000000"));
+}
+
 QString formatAmount(const QString& text) {
     if (text.isEmpty()) return text;
     const double value = val(text);

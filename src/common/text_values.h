@@ -15,6 +15,9 @@ inline constexpr int Failed = 9;
 /// "####/##/##" shows an eight-digit date with slashes.
 QString format(double value, QStringView mask);
 
+/// A sum of decimals without the drift of its last bits, so that nothing is left where all was taken away.
+double settled(double sum);
+
 /// For paper: thousands separators, decimals by the value's own text (none to four, 2 for five and more).
 QString formatAmount(const QString& text);
 

@@ -182,7 +182,7 @@ OrderLine lineOfRequisitionPick(const QStringList& row, const QString& category)
     line.原料代號 = text(1);
     line.廠商名稱 = line.原料名稱 = text(2);
     line.規格 = text(3);
-    line.數量 = line.未交數 = numberText(val(text(4)));
+    line.數量 = line.未交數 = numberText(settled(val(text(4))));
     line.單位 = text(14);
     line.送清 = u"N"_s;
     line.交貨日期 = text(10);
@@ -236,7 +236,7 @@ void putItemPick(OrderLine& line, const QStringList& row, const QString& categor
 
 std::optional<QStringList> exactPick(const Session& session, Connection& connection, const PickSpec& spec,
                                      const QString& code) {
-    for (const SqlText& statement : spec.statements(session, {code})) {
+    for (const SqlText& statement : spec.statements(session, {code.trimmed()})) {
         const Recordset rows = select(connection, statement);
         for (int row = 0; row < rows.RecordCount(); ++row) {
             if (rows.textAt(row, 0).trimmed().compare(code.trimmed(), Qt::CaseInsensitive) != 0) continue;

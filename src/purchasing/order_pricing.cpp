@@ -91,7 +91,7 @@ bool updateSheetCount(OrderLine& line) {
 }
 
 double openQuantity(const OrderLine& line) {
-    return val(numberText(val(line.數量) - val(line.已入庫數)));
+    return settled(val(line.數量) - val(line.已入庫數));
 }
 
 void updateOpenQuantity(OrderLine& line) {

@@ -82,8 +82,9 @@ std::vector<RequisitionChange> requisitionChanges(const OrderLines& lines, const
         add(line, -1);
     for (const OrderLine& line : lines)
         add(line, 1);
-    std::erase_if(changes,
-                  [](const RequisitionChange& change) { return val(numberText(change.quantity)) == 0; });
+    for (RequisitionChange& change : changes)
+        change.quantity = settled(change.quantity);
+    std::erase_if(changes, [](const RequisitionChange& change) { return change.quantity == 0; });
     return changes;
 }
 

@@ -140,7 +140,7 @@ void applyRequisitionChanges(Connection& connection, const std::vector<Requisiti
                      change.申購單號, change.原料代號),
                  connection, Cursor::Optimistic);
         if (row.RecordCount() == 0) continue;
-        row.set(u"已采購數", val(row.text(u"已采購數")) + change.quantity);
+        row.set(u"已采購數", settled(val(row.text(u"已采購數")) + change.quantity));
         row.Update();
     }
 }
@@ -261,7 +261,7 @@ void deleteOrder(Session& session, const QString& number) {
                      line.原料代號),
                  connection, Cursor::Optimistic);
         if (row.RecordCount() == 0 || val(row.text(u"已采購數")) <= 0) continue;
-        row.set(u"已采購數", val(row.text(u"已采購數")) - val(line.數量));
+        row.set(u"已采購數", settled(val(row.text(u"已采購數")) - val(line.數量)));
         row.Update();
     }
     transaction.commit();

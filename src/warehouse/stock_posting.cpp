@@ -51,10 +51,6 @@ bool openOrderLine(Recordset& row, Connection& connection, const ReceiptLine& li
 
 } // namespace
 
-double settled(double sum) {
-    return val(format(sum, u"0.00000000"));
-}
-
 StockDocument stockDocumentOf(const QString& number, const QString& kind) {
     const bool sentBack = isReturnKind(kind) && number.contains(u'T', Qt::CaseInsensitive);
     return sentBack ? StockDocument::Return : StockDocument::Receipt;

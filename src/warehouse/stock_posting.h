@@ -8,9 +8,6 @@ class Connection;
 /// What moves stock: a receipt, an issue, or a return, which moves the order line only.
 enum class StockDocument { Receipt, Issue, Return };
 
-/// A sum of decimals without the drift of its last bits, so that nothing is left where all was taken away.
-double settled(double sum);
-
 /// The kind of a document of 原料入庫資料. One of a returning 單別 with a number without "T" was made on the receipt screen
 /// and moves stock as a receipt does.
 StockDocument stockDocumentOf(const QString& number, const QString& kind);
