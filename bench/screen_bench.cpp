@@ -40,6 +40,7 @@ public:
         screen.show();
         QApplication::setActiveWindow(&screen);
     }
+    QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
     QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
     void endProcess() override {}
 

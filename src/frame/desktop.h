@@ -17,6 +17,9 @@ public:
     virtual bool progress(const QString& what, int done, int total) = 0;
     /// Shows a screen, non-modally, where the desktop has room for it.
     virtual void present(QWidget& screen) = 0;
+    /// File to read; empty when the user gave up.
+    virtual QString openFileName(QWidget* owner, const QString& title, const QString& proposal,
+                                 const QString& filter) = 0;
     /// File to write; empty when the user gave up. `filter` in Qt's form.
     virtual QString saveFileName(QWidget* owner, const QString& title, const QString& proposal,
                                  const QString& filter) = 0;

@@ -1,7 +1,10 @@
 #include "frame/document_screen.h"
 #include "common/clock.h"
 #include "common/guard.h"
+#include "common/people.h"
 #include "common/text_values.h"
+#include "frame/lookups.h"
+#include "frame/pick_window.h"
 #include "frame/tool_strip_view.h"
 #include <QApplication>
 #include <QFrame>
@@ -108,6 +111,33 @@ void DocumentScreen::runQuickFind() {
     } else if (!quickFind(number)) {
         session.messages.warn(u"提示"_s, document.quickFindUnknown);
     }
+}
+
+// ---- look-ups ----
+
+void DocumentScreen::bindPerson(const QString& code, const QString& buttonName, const QString& name,
+                                const QString& group) {
+    connect(entry(this, code), &EntryField::typedInto, this, [this, name] { label(this, name)->clear(); });
+    bindLookup(code, buttonName, [this, code, name, group](bool fromButton) {
+        auto* field = entry(this, code);
+        const QString text = field->text().trimmed();
+        std::optional<std::pair<QString, QString>> person;
+        if (!fromButton && !guarded(session, u"依業務代號取得業務資料錯誤"_s, [&] {
+                Connection connection(session.pool, session.connectionString);
+                person = findPerson(connection, text);
+            }))
+            return;
+        if (!person) {
+            session.pickParam = text;
+            session.formulaMode = group;
+            if (!pickRow(process, personPick(), this)) return;
+            person = std::pair(session.picked(0), session.picked(1));
+        }
+        field->showText(person->first);
+        label(this, name)->setText(person->second);
+        markModified(true);
+        focusNextChild();
+    });
 }
 
 // ---- lines ----

@@ -77,6 +77,10 @@ protected:
     QHBoxLayout* footer() const { return footerLine; }
     QFrame* headerCard() const { return card; }
     void updateDeleteButton();
+    /// Look-up of a person: by Enter in `code`, which opens the window of the group's people when nobody is found, or by the
+    /// button; the name goes to `name`. A code that is typed over needs a look-up again.
+    void bindPerson(const QString& code, const QString& buttonName, const QString& name,
+                    const QString& group = {});
 
     LineGrid* fml明細;
     DocumentSpec document;

@@ -78,6 +78,11 @@ void RealDesktop::present(QWidget& screen) {
     screen.show();
 }
 
+QString RealDesktop::openFileName(QWidget* owner, const QString& title, const QString& proposal,
+                                  const QString& filter) {
+    return QFileDialog::getOpenFileName(owner, title, proposal, filter);
+}
+
 QString RealDesktop::saveFileName(QWidget* owner, const QString& title, const QString& proposal,
                                   const QString& filter) {
     return QFileDialog::getSaveFileName(owner, title, proposal, filter);

@@ -16,6 +16,8 @@ public:
     int runModal(QDialog& window) override;
     bool progress(const QString& what, int done, int total) override;
     void present(QWidget& screen) override;
+    QString openFileName(QWidget* owner, const QString& title, const QString& proposal,
+                         const QString& filter) override;
     QString saveFileName(QWidget* owner, const QString& title, const QString& proposal,
                          const QString& filter) override;
     void endProcess() override;

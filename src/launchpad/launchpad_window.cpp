@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCoreApplication>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -196,8 +195,8 @@ void LaunchpadWindow::loadUsers() {
 }
 
 void LaunchpadWindow::chooseFile() {
-    const QString file = QFileDialog::getOpenFileName(this, u"選擇資料庫"_s, database->text(),
-                                                      u"資料庫 (*.db);;所有檔案 (*)"_s);
+    const QString file =
+        desktop.openFileName(this, u"選擇資料庫"_s, database->text(), u"資料庫 (*.db);;所有檔案 (*)"_s);
     if (file.isEmpty()) return;
     database->setText(file);
     loadUsers();

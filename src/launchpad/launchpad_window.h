@@ -1,5 +1,6 @@
 #pragma once
 #include "data/connection_pool.h"
+#include "frame/message_box_view.h"
 #include <QWidget>
 
 class QLabel;
@@ -31,6 +32,7 @@ private:
     QString launchStringOf(const QString& function) const;
 
     ConnectionPool pool;
+    RealDesktop desktop;
     QLineEdit *database, *secondDatabase, *launchLine;
     QListWidget* users;
     QRadioButton* withApproval;

@@ -54,14 +54,12 @@ frm採購作業系統::frm採購作業系統(Process& on)
     buildPanels();
     connectGrid();
     bindLookup(u"txt廠商代號"_s, u"scmd廠商代號"_s, [this](bool fromButton) { lookUpVendor(fromButton); });
-    bindLookup(u"txt業務員代號"_s, u"scmd業務員"_s, [this](bool fromButton) { lookUpBuyer(fromButton); });
+    bindPerson(u"txt業務員代號"_s, u"scmd業務員"_s, u"lbl業務員名稱"_s);
     bindLookup(u"txt申購單位"_s, u"sscmd申購單位"_s,
                [this](bool fromButton) { loadRequisition(fromButton); });
     // The code alone is not the vendor: what was typed over needs a look-up again.
     connect(entry(this, u"txt廠商代號"_s), &EntryField::typedInto, this,
             [this] { label(this, u"lbl廠商簡稱"_s)->clear(); });
-    connect(entry(this, u"txt業務員代號"_s), &EntryField::typedInto, this,
-            [this] { label(this, u"lbl業務員名稱"_s)->clear(); });
     check(this, u"chk稅"_s)->setEnabled(false);
 }
 
@@ -261,27 +259,6 @@ void frm採購作業系統::lookUpVendor(bool fromButton) {
         if (!pickRow(process, vendorPick(), this) || !find(session.picked(0))) return;
     }
     if (vendor) takeVendor(*vendor);
-}
-
-void frm採購作業系統::lookUpBuyer(bool fromButton) {
-    auto* field = entry(this, u"txt業務員代號"_s);
-    const QString text = field->text().trimmed();
-    std::optional<std::pair<QString, QString>> person;
-    if (!fromButton && !guarded(session, u"依業務代號取得業務資料錯誤"_s, [&] {
-            Connection connection(session.pool, session.connectionString);
-            person = findPerson(connection, text);
-        }))
-        return;
-    if (!person) {
-        session.pickParam = text;
-        session.formulaMode.clear();
-        if (!pickRow(process, personPick(), this)) return;
-        person = std::pair(session.picked(0), session.picked(1));
-    }
-    field->showText(person->first);
-    label(this, u"lbl業務員名稱"_s)->setText(person->second);
-    markModified(true);
-    focusNextChild();
 }
 
 void frm採購作業系統::loadRequisition(bool fromButton) {

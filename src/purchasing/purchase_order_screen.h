@@ -44,7 +44,6 @@ private:
     void lookUpVendor(bool fromButton);
     void showScore(const QString& score);
     void takeVendor(const struct VendorRow& vendor);
-    void lookUpBuyer(bool fromButton);
     void loadRequisition(bool fromButton);
 
     // lines

@@ -122,10 +122,8 @@ frm申購作業系統::frm申購作業系統(Process& on) : DocumentScreen(on, s
     }
     footer()->addStretch(1);
     connectGrid();
-    bindLookup(u"txt經辦人代號"_s, u"scmd經辦人"_s, [this](bool fromButton) { lookUpPerson(fromButton); });
+    bindPerson(u"txt經辦人代號"_s, u"scmd經辦人"_s, u"lbl經辦人名稱"_s, u"倉儲部"_s);
     connect(button(this, u"scmd申購單位"_s), &QPushButton::clicked, this, [this] { lookUpDepartment(); });
-    connect(entry(this, u"txt經辦人代號"_s), &EntryField::typedInto, this,
-            [this] { label(this, u"lbl經辦人名稱"_s)->clear(); });
 }
 
 void frm申購作業系統::connectGrid() {
@@ -237,26 +235,6 @@ bool frm申購作業系統::quickFind(const QString& number) {
 }
 
 // ---- look-ups ----
-
-void frm申購作業系統::lookUpPerson(bool fromButton) {
-    auto* field = entry(this, u"txt經辦人代號"_s);
-    std::optional<std::pair<QString, QString>> person;
-    if (!fromButton && !guarded(session, u"依業務代號取得業務資料錯誤"_s, [&] {
-            Connection connection(session.pool, session.connectionString);
-            person = findPerson(connection, field->text().trimmed());
-        }))
-        return;
-    if (!person) {
-        session.pickParam = field->text().trimmed();
-        session.formulaMode = u"倉儲部"_s;
-        if (!pickRow(process, personPick(), this)) return;
-        person = std::pair(session.picked(0), session.picked(1));
-    }
-    field->showText(person->first);
-    label(this, u"lbl經辦人名稱"_s)->setText(person->second);
-    markModified(true);
-    focusNextChild();
-}
 
 void frm申購作業系統::lookUpDepartment() {
     session.pickParam = u"AA-部門"_s;

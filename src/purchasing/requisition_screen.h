@@ -28,7 +28,6 @@ private:
     void connectGrid();
     void fillLists();
     QString family() const;
-    void lookUpPerson(bool fromButton);
     void lookUpDepartment();
     RequisitionLine lineAt(int row) const;
     void putLine(int row, const RequisitionLine& line);

@@ -21,6 +21,10 @@ public:
     int runModal(QDialog& window) override;
     bool progress(const QString&, int, int) override { return true; }
     void present(QWidget& screen) override;
+    QString openFileName(QWidget* owner, const QString& title, const QString& proposal,
+                         const QString& filter) override {
+        return saveFileName(owner, title, proposal, filter);
+    }
     QString saveFileName(QWidget* owner, const QString& title, const QString& proposal,
                          const QString& filter) override;
     void endProcess() override {}

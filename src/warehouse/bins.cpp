@@ -3,6 +3,7 @@
 #include "common/text_values.h"
 #include "data/recordset.h"
 #include <QMap>
+#include <utility>
 
 namespace liaowu {
 
@@ -53,34 +54,60 @@ double takenFrom(Connection& connection, const BinKey& key) {
     return val(row.text(0));
 }
 
-/// What the stored receipt brought of an item into a bin, and when it came.
-double receivedInto(Connection& connection, const BinKey& key, QString& arrived) {
-    Recordset rows =
-        select(connection,
-               sql(u"select 採購單號,原料代號,數量,備品,入庫數量 from 原料入庫明細 where 入庫單號 = '{}'",
-                   key.receipt));
-    const Recordset header = select(
-        connection,
-        sql(u"select 類別,單別,倉別,入庫日期,製單時間 from 原料入庫資料 where 入庫單號 = '{}'", key.receipt));
-    if (header.RecordCount() == 0) return 0;
-    arrived = header.text(u"製單時間").trimmed();
-    if (arrived.isEmpty()) arrived = header.text(u"入庫日期").trimmed();
-    ReceiptLines lines;
-    for (; !rows.EOF_(); rows.MoveNext()) {
-        ReceiptLine line;
-        line.原料代號 = rows.text(u"原料代號").trimmed();
-        line.數量 = rows.text(u"數量");
-        line.備品 = rows.text(u"備品");
-        line.入庫數量 = rows.text(u"入庫數量");
-        lines.push_back(line);
+/// What the stored receipt brought into its bin, and when it came. Read at the first question, once for all its items: a
+/// receipt of n items would else read n times n lines.
+class StoredReceipt {
+public:
+    StoredReceipt(Connection& on, const QString& receipt) : connection(on), number(receipt) {}
+
+    double received(const BinKey& key) {
+        read();
+        if (bin != folded(key.bin) || category != folded(key.category)) return 0;
+        return amounts.value(folded(key.item)).amount;
     }
-    if (folded(header.text(u"倉別")) != folded(key.bin) ||
-        folded(header.text(u"類別")) != folded(key.category))
-        return 0;
-    const BinReceipt receipt{stockDocumentOf(key.receipt, header.text(u"單別")), key.receipt,
-                             header.text(u"類別").trimmed(), key.bin, &lines};
-    return amountsOf(receipt).value(folded(key.item)).amount;
-}
+    QString arrived() {
+        read();
+        return came;
+    }
+
+private:
+    void read() {
+        if (std::exchange(known, true)) return;
+        const Recordset header = select(
+            connection,
+            sql(u"select 類別,單別,倉別,入庫日期,製單時間 from 原料入庫資料 where 入庫單號 = '{}'", number));
+        if (header.RecordCount() == 0) return;
+        came = header.text(u"製單時間").trimmed();
+        if (came.isEmpty()) came = header.text(u"入庫日期").trimmed();
+        bin = folded(header.text(u"倉別"));
+        category = folded(header.text(u"類別"));
+        const ReceiptLines lines = readLines();
+        amounts = amountsOf({stockDocumentOf(number, header.text(u"單別")), number,
+                             header.text(u"類別").trimmed(), header.text(u"倉別"), &lines});
+    }
+    ReceiptLines readLines() {
+        ReceiptLines lines;
+        Recordset rows =
+            select(connection,
+                   sql(u"select 採購單號,原料代號,數量,備品,入庫數量 from 原料入庫明細 where 入庫單號 = '{}'",
+                       number));
+        for (; !rows.EOF_(); rows.MoveNext()) {
+            ReceiptLine line;
+            line.原料代號 = rows.text(u"原料代號").trimmed();
+            line.數量 = rows.text(u"數量");
+            line.備品 = rows.text(u"備品");
+            line.入庫數量 = rows.text(u"入庫數量");
+            lines.push_back(line);
+        }
+        return lines;
+    }
+
+    Connection& connection;
+    QString number;
+    bool known = false;
+    Amounts amounts;
+    QString category, bin, came;
+};
 
 void openRow(Recordset& row, Connection& connection, const BinKey& key) {
     row.Open(
@@ -91,7 +118,7 @@ void openRow(Recordset& row, Connection& connection, const BinKey& key) {
 
 /// Changes what is left by `left` and what was taken by `taken`. A missing row is made from the documents, as long as
 /// anything is left.
-void changeRow(Connection& connection, const BinKey& key, double left, double taken) {
+void changeRow(Connection& connection, StoredReceipt& receipt, const BinKey& key, double left, double taken) {
     Recordset row;
     openRow(row, connection, key);
     if (row.RecordCount() > 0) {
@@ -100,8 +127,7 @@ void changeRow(Connection& connection, const BinKey& key, double left, double ta
         row.Update();
         return;
     }
-    QString arrived;
-    const double received = receivedInto(connection, key, arrived);
+    const double received = receipt.received(key);
     const double gone = takenFrom(connection, key);
     if (settled(received - gone) <= 0) return;
     row.AddNew();
@@ -111,7 +137,7 @@ void changeRow(Connection& connection, const BinKey& key, double left, double ta
     row.set(u"入庫單號", key.receipt);
     row.set(u"入庫數", numberText(settled(received - gone)));
     row.set(u"領料數", numberText(settled(gone)));
-    row.set(u"入庫時間", arrived);
+    row.set(u"入庫時間", receipt.arrived());
     row.Update();
 }
 
@@ -139,9 +165,10 @@ void postReceiptBins(Connection& connection, const BinReceipt& before, const Bin
                                    to, before.number, from));
         old.clear();
     }
+    StoredReceipt stored(connection, after.number);
     for (auto entry = now.cbegin(); entry != now.cend(); ++entry) {
         const double difference = entry->amount - old.value(entry.key()).amount;
-        changeRow(connection, {after.category, entry->item, to, after.number}, difference, 0);
+        changeRow(connection, stored, {after.category, entry->item, to, after.number}, difference, 0);
     }
     for (auto entry = old.cbegin(); entry != old.cend(); ++entry)
         if (!now.contains(entry.key())) drop(entry->item);
@@ -157,7 +184,8 @@ void takeFromBins(Connection& connection, const BinIssue& line) {
     for (int i = 0; i < rows.RecordCount() && wanted > 0; ++i) {
         const double taken = std::min(wanted, val(rows.textAt(i, 1)));
         const QString receipt = rows.textAt(i, 2).trimmed();
-        changeRow(connection, {line.類別, line.原料代號, rows.textAt(i, 0), receipt}, -taken, taken);
+        StoredReceipt stored(connection, receipt);
+        changeRow(connection, stored, {line.類別, line.原料代號, rows.textAt(i, 0), receipt}, -taken, taken);
         Recordset moves;
         moves.Open(sql(u"select * from 料務_板位異動 where 1<>1"), connection, Cursor::Optimistic);
         moves.AddNew();
@@ -179,8 +207,9 @@ void giveBackToBins(Connection& connection, const BinIssue& line) {
         sql(u"delete from 料務_板位異動 where 領料單號='{}' and 序={}", line.領料單號, line.序));
     for (int i = 0; i < moves.RecordCount(); ++i) {
         const double taken = val(moves.textAt(i, 2));
-        changeRow(connection, {line.類別, line.原料代號, moves.textAt(i, 1), moves.textAt(i, 0)}, taken,
-                  -taken);
+        StoredReceipt stored(connection, moves.textAt(i, 0));
+        changeRow(connection, stored, {line.類別, line.原料代號, moves.textAt(i, 1), moves.textAt(i, 0)},
+                  taken, -taken);
     }
 }
 

@@ -47,13 +47,11 @@ frm原料入庫作業::frm原料入庫作業(Process& on)
     buildReceiptFooter(footer(), this);
     connectGrid();
     bindLookup(u"txt廠商代號"_s, u"scmd廠商代號"_s, [this](bool) { lookUpVendor(); });
-    bindLookup(u"txt業務員代號"_s, u"scmd業務員"_s, [this](bool fromButton) { lookUpClerk(fromButton); });
+    bindPerson(u"txt業務員代號"_s, u"scmd業務員"_s, u"lbl業務員名稱"_s);
     bindLookup(u"txt採購單號"_s, u"scmd採購單號"_s, [this](bool) { fillFromOrder(); });
     connect(entry(this, u"txt廠商代號"_s), &EntryField::typedInto, this,
             [this] { label(this, u"lbl廠商簡稱"_s)->clear(); });
     // The name is what counts at the save: what was typed over needs a look-up again.
-    connect(entry(this, u"txt業務員代號"_s), &EntryField::typedInto, this,
-            [this] { label(this, u"lbl業務員名稱"_s)->clear(); });
     // A number that was typed over a refused one stays.
     connect(entry(this, u"txt入庫單號"_s), &EntryField::typedInto, this,
             [this] { entry(this, u"txt入庫單號"_s)->setProperty("drawn", false); });
@@ -204,26 +202,6 @@ void frm原料入庫作業::lookUpVendor() {
     entry(this, u"txt付款年月"_s)->showText(months.paid);
     markModified(true);
     entry(this, u"txt採購單號"_s)->setFocus(Qt::OtherFocusReason);
-}
-
-void frm原料入庫作業::lookUpClerk(bool fromButton) {
-    auto* field = entry(this, u"txt業務員代號"_s);
-    std::optional<std::pair<QString, QString>> person;
-    if (!fromButton && !guarded(session, u"依業務代號取得業務資料錯誤"_s, [&] {
-            Connection connection(session.pool, session.connectionString);
-            person = findPerson(connection, field->text().trimmed());
-        }))
-        return;
-    if (!person) {
-        session.pickParam = field->text().trimmed();
-        session.formulaMode.clear();
-        if (!pickRow(process, personPick(), this)) return;
-        person = std::pair(session.picked(0), session.picked(1));
-    }
-    field->showText(person->first);
-    label(this, u"lbl業務員名稱"_s)->setText(person->second);
-    markModified(true);
-    focusNextChild();
 }
 
 // ---- saving ----

@@ -35,7 +35,6 @@ private:
 
     // header look-ups
     void lookUpVendor();
-    void lookUpClerk(bool fromButton);
     void fillFromOrder();
 
     // lines

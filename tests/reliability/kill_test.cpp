@@ -275,6 +275,6 @@ TEST(Reliability, KilledAtAnyMomentLeavesNothingHalfWritten) {
         static_cast<int>(val(select(link, sql(u"select count(*) as n from 原料入庫資料")).text(0)));
     std::printf("[ killed   ] %d times, journal in use %d times; %d orders and %d receipts stand\n", kills,
                 struckInTransaction, orders, receipts);
-    EXPECT_GT(orders, 10);
-    EXPECT_GT(receipts, 5);
+    EXPECT_GT(orders, kills / 20);
+    EXPECT_GT(receipts, kills / 40);
 }

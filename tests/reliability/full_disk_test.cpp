@@ -1,0 +1,246 @@
+// A disk that fills up, or stops taking writes, in the midst of a save: the user is told what it is, nothing of the document
+// stays, and the same save goes through once there is room.
+#include "data/embedded_connection.h"
+#include "purchasing/order_store.h"
+#include "warehouse/receipt_plant.h"
+#include <cerrno>
+#include <cstring>
+#include <functional>
+#include <unistd.h>
+
+using namespace liaowu;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The engine's writes to files go through here for as long as this lives; from the n-th on they fail.
+class FailingDisk {
+public:
+    explicit FailingDisk(int error) : code(error) {
+        current = this;
+        sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
+        // Which of them the engine uses was decided when it was built.
+        set(vfs, "write", reinterpret_cast<sqlite3_syscall_ptr>(&writeTo));
+        set(vfs, "pwrite", reinterpret_cast<sqlite3_syscall_ptr>(&writeAt));
+        set(vfs, "pwrite64", reinterpret_cast<sqlite3_syscall_ptr>(&writeAt));
+    }
+    ~FailingDisk() {
+        sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
+        for (const char* name : {"write", "pwrite", "pwrite64"})
+            set(vfs, name, nullptr);
+        current = nullptr;
+    }
+    FailingDisk(const FailingDisk&) = delete;
+    FailingDisk& operator=(const FailingDisk&) = delete;
+
+    /// The n-th write from now fails and all behind it; 0 lets all pass.
+    void failFrom(int write) {
+        first = write;
+        writes = 0;
+    }
+    bool struck() const { return first > 0 && writes >= first; }
+
+private:
+    static void set(sqlite3_vfs* vfs, const char* name, sqlite3_syscall_ptr call) {
+        vfs->xSetSystemCall(vfs, name, call);
+    }
+    bool fails() {
+        ++writes;
+        if (!struck()) return false;
+        errno = code;
+        return true;
+    }
+    static ssize_t writeTo(int file, const void* bytes, size_t count) {
+        return current->fails() ? -1 : ::write(file, bytes, count);
+    }
+    static ssize_t writeAt(int file, const void* bytes, size_t count, off_t at) {
+        return current->fails() ? -1 : ::pwrite(file, bytes, count, at);
+    }
+
+    // The engine calls plain functions.
+    static inline FailingDisk* current = nullptr;
+    int code, first = 0, writes = 0;
+};
+
+/// An order and a receipt, each new and changed.
+class StorageTest : public ReceiptPlant, public testing::Test {
+protected:
+    using Save = std::function<void()>;
+    struct Document {
+        const char* name;
+        Save save; ///< may be tried until it goes through
+        QString number;
+        const char16_t* count; ///< counts the lines stored of it
+        int before, after;
+    };
+
+    StorageTest() {
+        session.userName = u"t"_s;
+        for (int i = 0; i < ReceiptLineCount; ++i) {
+            receiptLines.push_back(line(u"P1"_s, u"1"_s, u"IN1"_s, u"0.01"_s));
+            receiptLines.back().原料名稱 = receiptLines.back().備註 = QString(30, u'墨');
+        }
+        order = newOrder(u"2501150001"_s);
+        OrderSave standing = newOrder(u"2501150002"_s);
+        saveOrder(session, standing);
+        ReceiptSave stored = newReceipt(u"物料"_s, {line(u"P1"_s, u"2"_s, u"IN1"_s, u"3"_s)});
+        stored.header.入庫單號 = u"2501150002"_s;
+        saveReceipt(session, stored);
+        receipt = newReceipt(u"物料"_s, receiptLines);
+        changedOrder = standing;
+        changedOrder.isNew = false;
+        changedOrder.overwrite = true;
+        changedOrder.lastDocumentNumber = standing.header.採購單號;
+        changedOrder.loaded = standing.lines;
+        changedOrder.lines.insert(changedOrder.lines.end(), order.lines.begin(), order.lines.end());
+        changedReceipt = again(u"2501150002"_s);
+        changedReceipt.lines = receiptLines;
+    }
+
+    OrderSave newOrder(const QString& number) {
+        OrderSave save;
+        save.isNew = save.canSeePrice = save.mayApprove = true;
+        save.header.採購單號 = number;
+        save.header.類別 = u"物料"_s;
+        save.header.採購日期 = u"20250115"_s;
+        save.header.廠商代號 = u"V1"_s;
+        save.header.審單 = u"N"_s;
+        for (int i = 0; i < OrderLineCount; ++i) {
+            OrderLine added;
+            added.原料代號 = u"IN%1"_s.arg(1 + i % 2);
+            added.原料名稱 = added.備註 = QString(30, u'墨');
+            added.數量 = added.未交數 = QString::number(i + 1);
+            added.單價 = added.原單價 = u"3"_s;
+            added.單位 = u"KG"_s;
+            added.寬剖 = u"1"_s;
+            added.送清 = u"N"_s;
+            save.lines.push_back(added);
+        }
+        return save;
+    }
+
+    std::vector<Document> documents() {
+        const char16_t* ofOrder = u"select count(*) from 採購明細資料 where 採購單號='%1'";
+        const char16_t* ofReceipt = u"select count(*) from 原料入庫明細 where 入庫單號='%1'";
+        return {{"a new order", [this] { saveOrder(session, order); }, order.header.採購單號, ofOrder, 0,
+                 OrderLineCount},
+                {"a changed order", [this] { saveOrder(session, changedOrder); },
+                 changedOrder.header.採購單號, ofOrder, OrderLineCount, 2 * OrderLineCount},
+                {"a new receipt", [this] { saveReceipt(session, receipt); }, receipt.header.入庫單號,
+                 ofReceipt, 0, ReceiptLineCount},
+                {"a changed receipt", [this] { saveReceipt(session, changedReceipt); },
+                 changedReceipt.header.入庫單號, ofReceipt, 1, ReceiptLineCount}};
+    }
+
+    int linesOf(const Document& document) {
+        return rowsOf(QString::fromUtf16(document.count).arg(document.number)).value(0).toInt();
+    }
+    /// Every row that a save may touch.
+    QString all() {
+        QString rows = everything();
+        for (const char16_t* table : {u"採購資料", u"原料申購明細", u"歷史單價記錄"})
+            rows += rowsOf(u"select * from [%1]"_s.arg(QString::fromUtf16(table))).join(u'\n');
+        return rows;
+    }
+
+    /// The engine's handle that the next connection gets, too: the pool hands out what came back last.
+    sqlite3* handle() {
+        Connection connection(pool, target);
+        return static_cast<EmbeddedConnection&>(connection.physical()).handle();
+    }
+    int setting(const char* statement) {
+        sqlite3_stmt* prepared = nullptr;
+        EXPECT_EQ(sqlite3_prepare_v2(handle(), statement, -1, &prepared, nullptr), SQLITE_OK);
+        const int value = sqlite3_step(prepared) == SQLITE_ROW ? sqlite3_column_int(prepared, 0) : 0;
+        sqlite3_finalize(prepared);
+        return value;
+    }
+
+    /// What the user learns, and that the plant is as before.
+    void expectRefused(const Document& document, const Save& save, int number, const char16_t* says) {
+        const QString before = all();
+        QString text;
+        EXPECT_EQ(errorOf(save, &text), number) << document.name;
+        EXPECT_TRUE(text.contains(QString::fromUtf16(says))) << document.name << ": " << text.toStdString();
+        EXPECT_TRUE(all() == before) << "something of " << document.name << " stayed";
+    }
+    void expectSavedNow(const Document& document) {
+        EXPECT_EQ(linesOf(document), document.before) << document.name;
+        QString text;
+        EXPECT_EQ(errorOf(document.save, &text), 0) << document.name << ": " << text.toStdString();
+        EXPECT_EQ(linesOf(document), document.after) << document.name;
+        EXPECT_EQ(faults(), QStringList()) << document.name;
+    }
+
+    static constexpr int OrderLineCount = 120, ReceiptLineCount = 120;
+    ReceiptLines receiptLines;
+    OrderSave order, changedOrder;
+    ReceiptSave receipt, changedReceipt;
+};
+
+} // namespace
+
+TEST_F(StorageTest, ADatabaseThatMayNotGrowRefusesTheSaveAsAWhole) {
+    for (const Document& document : documents()) {
+        // Pages that were freed before would take the document in.
+        setting("VACUUM");
+        ASSERT_EQ(setting("PRAGMA freelist_count"), 0);
+        const int used = setting("PRAGMA page_count");
+        for (const int room : {0, 1, 3}) {
+            SCOPED_TRACE(room);
+            setting(qPrintable(u"PRAGMA max_page_count=%1"_s.arg(used + room)));
+            expectRefused(document, document.save, DatabaseError::DiskFull, u"磁碟已滿");
+        }
+        setting("PRAGMA max_page_count=1000000");
+        expectSavedNow(document);
+    }
+}
+
+TEST_F(StorageTest, ADiskThatFailsAtAnyWriteRefusesTheSaveAsAWhole) {
+    struct Case {
+        int code, number;
+        const char16_t* says;
+    };
+    for (const Case& c : {Case{ENOSPC, DatabaseError::DiskFull, u"磁碟已滿"},
+                          Case{EIO, DatabaseError::ConnectionFailed, u"讀寫資料庫檔案失敗"},
+                          Case{EROFS, DatabaseError::ConnectionFailed, u"讀寫資料庫檔案失敗"}}) {
+        SCOPED_TRACE(std::strerror(c.code));
+        FailingDisk disk(c.code);
+        for (const Document& document : documents()) {
+            for (const int write : {1, 2, 3, 8, 13, 21}) {
+                expectRefused(
+                    document,
+                    [&] {
+                        disk.failFrom(write);
+                        document.save();
+                    },
+                    c.number, c.says);
+                EXPECT_TRUE(disk.struck()) << document.name << " took less than " << write << " writes";
+                disk.failFrom(0);
+            }
+        }
+    }
+    for (const Document& document : documents())
+        expectSavedNow(document);
+}
+
+TEST_F(StorageTest, ADatabaseThatTurnsReadOnlyRefusesTheSaveAsAWhole) {
+    for (const Document& document : documents()) {
+        for (const int statement : {1, 2, 5, 40}) {
+            sqlite3* const engine = handle();
+            int written = 0;
+            pool.setTrace([&](const StatementTrace& trace) {
+                const bool writes = trace.native.startsWith(u"INSERT"_s, Qt::CaseInsensitive) ||
+                                    trace.native.startsWith(u"UPDATE"_s, Qt::CaseInsensitive) ||
+                                    trace.native.startsWith(u"DELETE"_s, Qt::CaseInsensitive);
+                if (writes && ++written == statement)
+                    sqlite3_exec(engine, "PRAGMA query_only=ON", nullptr, nullptr, nullptr);
+            });
+            expectRefused(document, document.save, DatabaseError::ReadOnly, u"唯讀");
+            EXPECT_GE(written, statement) << document.name;
+            pool.setTrace({});
+            sqlite3_exec(engine, "PRAGMA query_only=OFF", nullptr, nullptr, nullptr);
+        }
+        expectSavedNow(document);
+    }
+}
