@@ -14,6 +14,11 @@ const orders = {};
     db.execute("update 採購明細資料 set 單價='" + P + "',小計='" + Q + "',計價公式='計價公式: 3*" + P + "' where 採購單號='" + n + "'");
     db.execute("update 採購資料 set 合計='" + Q + "' where 採購單號='" + n + "'");
 });
+db.execute("update 原料入庫明細 set 單價='" + P + "',小計='" + Q + "'");
+db.execute("update 原料入庫資料 set 合計='" + Q + "'");
+db.execute("update 物料資料 set 單價='" + P + "'");
+db.execute("update 浪紙資料 set 單價='" + Q + "'");
+db.execute("update 使用者明細 set 批審='√' where 使用者='採購乙'");
 const board = "KMKB-0", materials = db.query("select top 1 物料代號 from 物料資料 where 廠商代號='V013' order by 物料代號")[0]["物料代號"];
 const need = (n, family, code) => {
     db.execute("insert into 原料申購資料 (申購單號,類別,申購日期,審單) values ('" + n + "','" + family + "','20250303','Y')");
@@ -54,7 +59,11 @@ const walk = user => {
         }
         see("new order");
         [1, 2, 3].forEach(r => ["單價", "小計", "備註"].forEach(t => { g.enter(r, t); see("cell " + t); }));
-        g.doubleClick(3, "單價"); spoken();
+        // The history of prices opens for who may see them only.
+        if (family !== "物料") {
+            if (user === "admin") onWindow("frm歷史單價明細_採購", w => { look("price history", w.visibleTexts()); w.press("Esc"); });
+            g.doubleClick(4, "單價"); see("price history");
+        }
         look("clipboard", [g.copy(1, "申購單號", g.lineCount, "備註"), g.copy(3, "單價", 3, "小計"), clipboard()]);
         g.enter(3, "單價"); s.press("F7"); spoken();
         // a stored one
@@ -73,7 +82,31 @@ const walk = user => {
             s.click("scmd查詢條件");
         }
         s.click("scmd取消");
+        // the batch page, with the lines of a document
+        s.toolbar("整批審單"); s.set("txt訂單日期1", "20240101"); s.click("scmd確定1");
+        const batch = s.grid("fml整批審單");
+        for (let i = 1; i <= batch.lineCount; i++) if (batch.cell(i, "採購單號") === orders[family]) { batch.enter(i, "廠商代號"); batch.enter(i, "採購單號"); }
+        see("batch page");
         s.close();
+    });
+    // What stands beside the orders: requisitions with their item window, receipts as they open and as they are searched.
+    const r = launch({ function: "資材申購作業", user });
+    ["紙板", "物料"].forEach(family => {
+        r.choose("Cbo類別", family);
+        onWindow("frm原料輔助視窗_申購", w => { look("requisition's item window", w.visibleTexts()); w.press("Esc"); });
+        r.grid("fml明細").enter(1, "原料代號"); r.press("F9");
+    });
+    look("requisition", r.visibleTexts());
+    r.close();
+    ["物料入庫作業", "浪紙入庫作業"].forEach(f => {
+        const w = launch({ function: f, user });
+        look("receipt", w.visibleTexts()); w.press("PageUp"); look("receipt", w.visibleTexts());
+        const lines = w.grid("fml明細");
+        const shown = lines.titles.filter(t => lines.visible(t));
+        shown.forEach(t => { lines.enter(1, t); look("receipt's cells", w.visibleTexts()); });
+        look("receipt copied", [lines.copy(1, shown[0], lines.lineCount, shown[shown.length - 1])]);
+        w.press("F2"); w.click("scmd查詢條件"); w.set("txt查詢內容(2)", "20240101"); w.click("scmd確定"); look("receipts found", w.visibleTexts());
+        spoken(); w.close();
     });
     return found;
 };
@@ -83,7 +116,8 @@ tolerate(false);
 note(looked + " texts looked at");
 check(looked > 50000, "the walk looks at many texts");
 equal(Object.keys(hidden).filter(p => hidden[p].length > 0).map(p => [p, hidden[p].slice(0, 3)]), [], "not one marker without the right");
-["requisition loaded", "line window", "item window", "new order", "cell 小計", "clipboard", "stored order", "status bar", "search"].forEach(p => check(seen[p].length > 0, "with the right there are markers in: " + p));
+["requisition loaded", "line window", "item window", "new order", "cell 小計", "clipboard", "stored order", "status bar", "search", "price history", "batch page",
+ "requisition's item window", "receipt", "receipt copied", "receipts found"].forEach(p => check(seen[p].length > 0, "with the right there are markers in: " + p));
 equal(Object.keys(hidden), Object.keys(seen), "both went the same way");
 
 // ---- masked, entered, edited, saved: the real prices go through
