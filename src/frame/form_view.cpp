@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 template <typename Control>
-Control* named(QWidget* form, const QString& name) {
+Control* named(const QWidget* form, const QString& name) {
     if (auto* found = form->findChild<Control*>(name)) return found;
     throw std::logic_error("no control " + name.toStdString());
 }
@@ -118,6 +118,15 @@ QCheckBox* check(QWidget* form, const QString& name) {
 }
 QPlainTextEdit* memo(QWidget* form, const QString& name) {
     return named<QPlainTextEdit>(form, name);
+}
+
+QWidget* control(const QWidget* form, const QString& name) {
+    return named<QWidget>(form, name);
+}
+void setItems(QWidget* form, const QString& name, const QStringList& items) {
+    EntryCombo* list = combo(form, name);
+    list->clear();
+    list->addItems(items);
 }
 
 void clearForm(QWidget* form) {

@@ -33,12 +33,15 @@ class LineModel : public QAbstractTableModel {
     Q_OBJECT
 public:
     using QAbstractTableModel::QAbstractTableModel;
-    void reset(std::vector<LineColumn> columns, int depth);
+    /// More rows than these a document does not have.
+    static constexpr int MaxRows = 16350;
+    void reset(std::vector<LineColumn> columns);
+    /// Sees that there are rows up to this one, and some to go on.
+    void reserveRows(int rows);
     const std::vector<LineColumn>& columns() const { return declared; }
-    int depth() const { return static_cast<int>(cells.size()); }
     const QString& text(int row, int column) const { return cells[static_cast<size_t>(row)][column]; }
     void setText(int row, int column, const QString& text);
-    void clearRows(int from);
+    void clearRows();
     void removeRow1(int row);
     void setTitle(int column, const QString& title);
     void mark(int row, int column, const QColor& colour, const QString& why);
@@ -56,6 +59,9 @@ private:
         QColor colour;
         QString why;
     };
+    QStringList blankRow() const;
+    int rows() const { return static_cast<int>(cells.size()); }
+
     std::vector<LineColumn> declared;
     std::vector<QStringList> cells;
     QHash<qint64, Mark> marks;
@@ -86,8 +92,8 @@ class LineGrid : public QTableView {
 public:
     LineGrid(const QString& name, Messages& messages, QWidget* parent = nullptr);
 
-    /// Declares the columns and empties the grid; `depth` rows at most can be filled.
-    void prepareGrid(std::vector<LineColumn> columns, int depth);
+    /// Declares the columns and empties the grid, which grows with the rows put into it.
+    void prepareGrid(std::vector<LineColumn> columns);
     LineGridEvents events;
 
     int lineCount() const { return used; }
@@ -104,6 +110,7 @@ public:
     /// Sets a cell as a rule does: no event, no count.
     void setText(int row, const QString& title, const QString& text);
     QStringList rowTexts(int row) const;
+    /// Rows beyond `LineModel::MaxRows` are left out.
     void setRowTexts(int row, const QStringList& texts);
     void setColumnTitle(const QString& title, const QString& shown);
     void setColumnTwips(const QString& title, int twips);

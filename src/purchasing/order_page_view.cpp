@@ -9,23 +9,6 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
-const std::vector<OrderBinding>& orderBindings() {
-    static const std::vector<OrderBinding> bindings{
-        {u"txt採購單號"_s, &OrderHeader::採購單號},
-        {u"txt採購日期"_s, &OrderHeader::採購日期},
-        {u"txt廠商代號"_s, &OrderHeader::廠商代號},
-        {u"lbl廠商簡稱"_s, &OrderHeader::廠商簡稱},
-        {u"txt業務員代號"_s, &OrderHeader::業務員代號},
-        {u"lbl業務員名稱"_s, &OrderHeader::業務員名稱},
-        {u"cbo幣別"_s, &OrderHeader::幣別},
-        {u"cbo採購類別"_s, &OrderHeader::採購類別},
-        {u"txt工單單號"_s, &OrderHeader::工單單號},
-        {u"txt申購單位"_s, &OrderHeader::申購單位},
-        {u"txt品質要求"_s, &OrderHeader::品質要求},
-    };
-    return bindings;
-}
-
 QStringList boardOnlyColumns() {
     return {u"工單單號"_s, u"客戶"_s,     u"料號"_s,     u"廠商品名"_s, u"楞別"_s,
             u"剖切尺寸"_s, u"壓線種類"_s, u"壓線尺寸"_s, u"走紙才"_s,   u"小紙數"_s};

@@ -6,20 +6,6 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
-const std::vector<ReceiptBinding>& receiptBindings() {
-    static const std::vector<ReceiptBinding> bindings{
-        {u"txt入庫單號"_s, &ReceiptHeader::入庫單號},   {u"txt入庫日期"_s, &ReceiptHeader::入庫日期},
-        {u"txt業務員代號"_s, &ReceiptHeader::經辦代號}, {u"lbl業務員名稱"_s, &ReceiptHeader::經辦名稱},
-        {u"txt廠商代號"_s, &ReceiptHeader::廠商代號},   {u"lbl廠商簡稱"_s, &ReceiptHeader::廠商簡稱},
-        {u"txt採購單號"_s, &ReceiptHeader::採購單號},   {u"txt備註"_s, &ReceiptHeader::備註},
-        {u"Cbo單別"_s, &ReceiptHeader::單別},           {u"cbo幣別"_s, &ReceiptHeader::幣別},
-        {u"txt廠商單號"_s, &ReceiptHeader::廠商單號},   {u"txt付款年月"_s, &ReceiptHeader::付款年月},
-        {u"Cbo倉別"_s, &ReceiptHeader::倉別},           {u"txt對帳日期"_s, &ReceiptHeader::對帳日期},
-        {u"txt檢驗單號"_s, &ReceiptHeader::檢驗單號},
-    };
-    return bindings;
-}
-
 namespace {
 
 enum : unsigned { Typed = 1, Entry = 2, Pick = 4, Upper = 8, Right = 16, Money = 32, BoardOnly = 64 };
