@@ -120,6 +120,20 @@ QPlainTextEdit* memo(QWidget* form, const QString& name) {
     return named<QPlainTextEdit>(form, name);
 }
 
+QLabel* addFigure(QHBoxLayout* line, QWidget* owner, const QString& name, const QString& caption) {
+    if (!caption.isEmpty()) {
+        auto* text = new QLabel(caption, owner);
+        text->setProperty("caption", true);
+        line->addWidget(text);
+    }
+    auto* shown = new QLabel(owner);
+    shown->setObjectName(name);
+    shown->setProperty("valueLabel", true);
+    line->addWidget(shown);
+    line->addSpacing(7);
+    return shown;
+}
+
 QWidget* control(const QWidget* form, const QString& name) {
     return named<QWidget>(form, name);
 }

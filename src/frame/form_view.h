@@ -4,6 +4,7 @@
 #include <QString>
 #include <vector>
 
+class QHBoxLayout;
 class QGridLayout;
 class QLabel;
 class QPlainTextEdit;
@@ -43,6 +44,9 @@ QPlainTextEdit* memo(QWidget* form, const QString& name);
 QWidget* control(const QWidget* form, const QString& name);
 /// Gives a combo these items in the place of its own.
 void setItems(QWidget* form, const QString& name, const QStringList& items);
+
+/// A figure below the grid: its caption, which may be empty, and a label `name` for the value.
+QLabel* addFigure(QHBoxLayout* line, QWidget* owner, const QString& name, const QString& caption);
 
 /// Empties text boxes and clears combos that are not marked to be left alone.
 void clearForm(QWidget* form);

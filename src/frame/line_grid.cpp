@@ -15,6 +15,25 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
+std::vector<LineColumn> lineColumns(std::span<const LineColumnRow> rows, bool withBoard) {
+    using namespace column_flags;
+    std::vector<LineColumn> columns;
+    for (const LineColumnRow& row : rows) {
+        const auto is = [&](unsigned flag) { return (row.flags & flag) != 0; };
+        columns.push_back({.title = QString::fromUtf16(row.title),
+                           .width = is(BoardOnly) && !withBoard ? 0 : row.width,
+                           .limit = row.limit,
+                           .filter = row.filter,
+                           .typable = is(Typed),
+                           .entry = is(Entry),
+                           .pick = is(Pick),
+                           .upper = is(Upper),
+                           .right = is(Right),
+                           .money = is(Money)});
+    }
+    return columns;
+}
+
 /// Opens an `EntryField` with the column's filter and hands its text to the grid's one path.
 class LineDelegate : public QStyledItemDelegate {
 public:

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QTableView>
 #include <functional>
+#include <span>
 
 namespace liaowu {
 
@@ -27,6 +28,19 @@ struct LineColumn {
     bool money = false;
     QString shown = {}; ///< title as the user reads it, where it differs
 };
+
+/// What a column of a document's lines is, as a table declares it.
+namespace column_flags {
+enum : unsigned { Typed = 1, Entry = 2, Pick = 4, Upper = 8, Right = 16, Money = 32, BoardOnly = 64 };
+}
+/// A row of such a table: width in twips, limit in Big5 bytes, mode of `filterKey`.
+struct LineColumnRow {
+    const char16_t* title;
+    int width, limit, filter;
+    unsigned flags;
+};
+/// The columns that the rows declare; those of board alone are hidden without `withBoard`.
+std::vector<LineColumn> lineColumns(std::span<const LineColumnRow> rows, bool withBoard = true);
 
 /// The cells of a line grid: texts, with colours for what must be seen.
 class LineModel : public QAbstractTableModel {

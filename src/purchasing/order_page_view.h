@@ -21,8 +21,6 @@ inline constexpr std::array<FieldOf<OrderHeader>, 11> OrderControls{{
 
 /// Header fields, line columns and words of the order screen.
 DocumentSpec orderDocumentSpec(const QString& category);
-/// Columns that 物料 does not show.
-QStringList boardOnlyColumns();
 
 /// What stands below the grid: quality key, stock figures of the current item, total.
 void buildOrderFooter(QHBoxLayout* line, QWidget* owner);

@@ -101,8 +101,6 @@ void frm採購作業系統::prepare() {
 
 void frm採購作業系統::showColumnsOfCategory() {
     if (session.category != u"物料") return;
-    for (const auto& title : boardOnlyColumns())
-        fml明細->setColumnTwips(title, 0);
     fml明細->setColumnTwips(u"內部品名"_s, 2200);
     fml明細->setColumnTitle(u"內部品名"_s, u"原料名稱"_s);
 }

@@ -46,12 +46,22 @@ ScreenInfo screenInfo() {
                       u"exit"_s}};
 }
 
-LineColumn column(const QString& title, int width, int limit, int filter, bool typable, bool entry = false) {
-    LineColumn made{title, width, limit, filter};
-    made.typable = typable;
-    made.entry = entry;
-    return made;
-}
+using namespace column_flags;
+
+constexpr LineColumnRow columns[] = {
+    {u"原料代號", 1400, 20, 0, Typed | Entry | Pick | Upper},
+    {u"原料名稱", 2400, 40, 0, Typed},
+    {u"規格", 1700, 50, 0, Typed},
+    {u"數量", 1100, 20, 3, Typed | Entry | Right},
+    {u"單位", 700, 4, 0, Typed | Entry},
+    {u"工單單號", 1400, 20, 0, Typed},
+    {u"需求日期", 1200, 8, 1, Typed | Entry},
+    {u"用途說明", 3200, 100, 0, Typed | Entry},
+    {u"序", 0, 0, 0, 0},
+    {u"工單單號", 0, 20, 0, 0},
+    {u"已采購數", 1000, 0, 0, Right},
+    {u"楞別", 800, 4, 0, Typed},
+};
 
 DocumentSpec documentSpec() {
     using Kind = FieldSpec::Kind;
@@ -69,24 +79,7 @@ DocumentSpec documentSpec() {
         {Kind::Lookup, u"lbl申購單位"_s, u"申購單位"_s, 2, 0, 122, 20, 0, false, u"scmd申購單位"_s},
         {Kind::Entry, u"txt備注"_s, u"備註"_s, 2, 1, 360, 100, 0, false, {}, {}, 3},
     };
-    LineColumn code = column(u"原料代號"_s, 1400, 20, 0, true, true);
-    code.pick = code.upper = true;
-    LineColumn quantity = column(u"數量"_s, 1100, 20, 3, true, true);
-    quantity.right = true;
-    LineColumn ordered = column(u"已采購數"_s, 1000, 0, 0, false);
-    ordered.right = true;
-    spec.lines = {code,
-                  column(u"原料名稱"_s, 2400, 40, 0, true),
-                  column(u"規格"_s, 1700, 50, 0, true),
-                  quantity,
-                  column(u"單位"_s, 700, 4, 0, true, true),
-                  column(u"工單單號"_s, 1400, 20, 0, true),
-                  column(u"需求日期"_s, 1200, 8, 1, true, true),
-                  column(u"用途說明"_s, 3200, 100, 0, true, true),
-                  column(u"序"_s, 0, 0, 0, false),
-                  column(u"工單單號"_s, 0, 20, 0, false),
-                  ordered,
-                  column(u"楞別"_s, 800, 4, 0, true)};
+    spec.lines = lineColumns(columns);
     spec.frozenTitle = u"原料代號"_s;
     spec.quickFindUnknown = u"查無此申購單,請確認輸入單號是否正確!"_s;
     return spec;
@@ -102,16 +95,8 @@ void registerRequisitionScreen(Process& process) {
 frm申購作業系統::frm申購作業系統(Process& on)
     : DocumentScreen(on, screenInfo(), documentSpec()), rows(fml明細) {
     if (session.approvalParam == u"N") hideTool(u"審單"_s);
-    for (const auto& [name, caption] :
-         {std::pair(u"lbl庫存數"_s, u"庫存"_s), std::pair(u"lbl安全庫存"_s, u"安全庫存"_s)}) {
-        auto* text = new QLabel(caption, this);
-        text->setProperty("caption", true);
-        footer()->addWidget(text);
-        auto* shown = new QLabel(this);
-        shown->setObjectName(name);
-        shown->setProperty("valueLabel", true);
-        footer()->addWidget(shown);
-    }
+    addFigure(footer(), this, u"lbl庫存數"_s, u"庫存"_s);
+    addFigure(footer(), this, u"lbl安全庫存"_s, u"安全庫存"_s);
     footer()->addStretch(1);
     connectGrid();
     bindPerson(u"txt經辦人代號"_s, u"scmd經辦人"_s, u"lbl經辦人名稱"_s, u"倉儲部"_s);
