@@ -56,7 +56,7 @@ DocumentScreen::DocumentScreen(Process& on, ScreenInfo info, DocumentSpec declar
     mark->hide();
 
     fml明細 = new LineGrid(u"fml明細"_s, session.messages, recordPage());
-    fml明細->prepareGrid(document.lines, document.depth);
+    fml明細->prepareGrid(document.lines);
     if (!document.frozenTitle.isEmpty()) fml明細->setFrozenTitle(document.frozenTitle);
     column->addWidget(fml明細, 1);
     fml明細->events.modified = [this] { markModified(true); };
