@@ -229,9 +229,11 @@ bool DocumentScreen::runSave(bool isNew, const QString& duplicate, bool alsoOnEd
     try {
         const std::optional<SaveConflict> conflict = busily(false);
         if (conflict) {
-            const QString text =
-                u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict->person, conflict->time);
-            if (!session.messages.ask(u"詢問"_s, text, false)) return false;
+            if (!session.messages.ask(
+                    u"詢問"_s,
+                    u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict->person, conflict->time),
+                    false))
+                return false;
             busily(true);
         }
         return true;
