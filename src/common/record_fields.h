@@ -8,6 +8,7 @@ namespace liaowu {
 /// A member of a record by the name under which a table, a grid or a header knows it.
 template <typename Record>
 struct FieldOf {
+    using RecordType = Record;
     const char16_t* name;
     QString Record::*member;
 };

@@ -16,17 +16,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Depth = 16350;
-
 ScreenInfo infoOf(const Session& session) {
-    ScreenInfo info;
-    info.name = u"frm原料計價公式"_s;
-    info.title = session.formulaMode == u"單位換算" ? u"單位換算公式"_s : u"原料計價公式"_s;
-    info.moduleKey = u"frm資材計價公式"_s;
-    info.document = false;
-    info.endsProcess = false;
-    info.tools = {u"save"_s, u"|"_s, u"exit"_s};
-    return info;
+    return {.name = u"frm原料計價公式"_s,
+            .title = session.formulaMode == u"單位換算" ? u"單位換算公式"_s : u"原料計價公式"_s,
+            .moduleKey = u"frm資材計價公式"_s,
+            .document = false,
+            .endsProcess = false,
+            .tools = {u"save"_s, u"|"_s, u"exit"_s}};
 }
 
 std::vector<LineColumn> columnsOf(bool conversion) {
@@ -63,7 +59,7 @@ public:
         column->setContentsMargins(10, 8, 10, 8);
         buildOptions(column);
         grid = new LineGrid(u"fml明細"_s, session.messages, recordPage());
-        grid->prepareGrid(columnsOf(conversion), Depth);
+        grid->prepareGrid(columnsOf(conversion));
         column->addWidget(grid, 1);
         buildBottom(column);
         connectGrid();

@@ -17,8 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Depth = 16350;
-
 /// A label that a double click answers.
 class ClosingLabel : public QLabel {
 public:
@@ -81,7 +79,7 @@ void BatchPage::build() {
         }
         columns.push_back(made);
     }
-    grid->prepareGrid(columns, Depth);
+    grid->prepareGrid(columns);
     column->addWidget(grid, 1);
     grid->events.mayType = [this](int row, const QString&) { return row <= grid->lineCount(); };
     grid->events.edited = [this](int row, const QString& title, const QString&, bool) {
@@ -134,7 +132,7 @@ void BatchPage::load() {
                                entry(this, spec.numberBoxes[0])->text(),
                                entry(this, spec.numberBoxes[1])->text()};
         const Recordset rows = select(connection, spec.list(input));
-        const int count = std::min(rows.RecordCount(), Depth);
+        const int count = std::min(rows.RecordCount(), LineModel::MaxRows);
         for (int row = 0; row < count; ++row) {
             QStringList texts;
             for (int c = 0; c < rows.columnCount(); ++c)

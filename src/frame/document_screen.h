@@ -30,7 +30,6 @@ struct ApprovalWords {
 struct DocumentSpec {
     std::vector<FieldSpec> header;
     std::vector<LineColumn> lines;
-    int depth = 350;
     QString frozenTitle; ///< column that stays in sight
     ApprovalWords approval;
     QString quickFindUnknown; ///< text when the number searched is not there
@@ -92,6 +91,7 @@ private:
 
     QFrame* card;
     QFrame* stamp;
+    QLabel* readOnly;
     QHBoxLayout* footerLine;
 };
 

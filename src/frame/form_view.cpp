@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 template <typename Control>
-Control* named(QWidget* form, const QString& name) {
+Control* named(const QWidget* form, const QString& name) {
     if (auto* found = form->findChild<Control*>(name)) return found;
     throw std::logic_error("no control " + name.toStdString());
 }
@@ -118,6 +118,29 @@ QCheckBox* check(QWidget* form, const QString& name) {
 }
 QPlainTextEdit* memo(QWidget* form, const QString& name) {
     return named<QPlainTextEdit>(form, name);
+}
+
+QLabel* addFigure(QHBoxLayout* line, QWidget* owner, const QString& name, const QString& caption) {
+    if (!caption.isEmpty()) {
+        auto* text = new QLabel(caption, owner);
+        text->setProperty("caption", true);
+        line->addWidget(text);
+    }
+    auto* shown = new QLabel(owner);
+    shown->setObjectName(name);
+    shown->setProperty("valueLabel", true);
+    line->addWidget(shown);
+    line->addSpacing(7);
+    return shown;
+}
+
+QWidget* control(const QWidget* form, const QString& name) {
+    return named<QWidget>(form, name);
+}
+void setItems(QWidget* form, const QString& name, const QStringList& items) {
+    EntryCombo* list = combo(form, name);
+    list->clear();
+    list->addItems(items);
 }
 
 void clearForm(QWidget* form) {

@@ -1,8 +1,10 @@
 #pragma once
+#include "common/record_fields.h"
 #include "frame/entry_view.h"
 #include <QString>
 #include <vector>
 
+class QHBoxLayout;
 class QGridLayout;
 class QLabel;
 class QPlainTextEdit;
@@ -38,6 +40,13 @@ QLabel* label(QWidget* form, const QString& name);
 QPushButton* button(QWidget* form, const QString& name);
 QCheckBox* check(QWidget* form, const QString& name);
 QPlainTextEdit* memo(QWidget* form, const QString& name);
+/// Any control of this name.
+QWidget* control(const QWidget* form, const QString& name);
+/// Gives a combo these items in the place of its own.
+void setItems(QWidget* form, const QString& name, const QStringList& items);
+
+/// A figure below the grid: its caption, which may be empty, and a label `name` for the value.
+QLabel* addFigure(QHBoxLayout* line, QWidget* owner, const QString& name, const QString& caption);
 
 /// Empties text boxes and clears combos that are not marked to be left alone.
 void clearForm(QWidget* form);
@@ -54,5 +63,18 @@ void openKeyField(EntryField* field);
 /// Text of any control: entries, combos, labels, memos; check boxes give "1" or "0".
 QString controlText(const QWidget* control);
 void setControlText(QWidget* control, const QString& text);
+
+/// Shows the members of a record in the controls that bear the fields' names.
+template <typename Record, size_t N>
+void showFields(QWidget* form, const std::array<FieldOf<Record>, N>& fields, const Record& record) {
+    for (const auto& field : fields)
+        setControlText(control(form, QString::fromUtf16(field.name)), record.*field.member);
+}
+/// Takes what the controls say, trimmed, into the members.
+template <typename Record, size_t N>
+void takeFields(const QWidget* form, const std::array<FieldOf<Record>, N>& fields, Record& record) {
+    for (const auto& field : fields)
+        record.*field.member = controlText(control(form, QString::fromUtf16(field.name))).trimmed();
+}
 
 } // namespace liaowu

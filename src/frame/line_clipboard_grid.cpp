@@ -100,7 +100,7 @@ void LineGrid::pasteBlock(const QString& text) {
     int left = 0;
     for (size_t i = 0; i < block.size(); ++i) {
         const int row = firstRow + static_cast<int>(i);
-        if (row > model_.depth() || !previousRowFilled(row)) {
+        if (row > LineModel::MaxRows || !previousRowFilled(row)) {
             left += static_cast<int>(block.size() - i);
             break;
         }

@@ -15,6 +15,25 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
+std::vector<LineColumn> lineColumns(std::span<const LineColumnRow> rows, bool withBoard) {
+    using namespace column_flags;
+    std::vector<LineColumn> columns;
+    for (const LineColumnRow& row : rows) {
+        const auto is = [&](unsigned flag) { return (row.flags & flag) != 0; };
+        columns.push_back({.title = QString::fromUtf16(row.title),
+                           .width = is(BoardOnly) && !withBoard ? 0 : row.width,
+                           .limit = row.limit,
+                           .filter = row.filter,
+                           .typable = is(Typed),
+                           .entry = is(Entry),
+                           .pick = is(Pick),
+                           .upper = is(Upper),
+                           .right = is(Right),
+                           .money = is(Money)});
+    }
+    return columns;
+}
+
 /// Opens an `EntryField` with the column's filter and hands its text to the grid's one path.
 class LineDelegate : public QStyledItemDelegate {
 public:
@@ -111,11 +130,11 @@ LineGrid::LineGrid(const QString& name, Messages& channel, QWidget* parent)
     });
 }
 
-void LineGrid::prepareGrid(std::vector<LineColumn> columns, int depth) {
+void LineGrid::prepareGrid(std::vector<LineColumn> columns) {
     QHash<QString, int> seen;
     for (LineColumn& column : columns)
         if (const int n = ++seen[column.title]; n > 1) column.title += u"#%1"_s.arg(n);
-    model_.reset(std::move(columns), depth);
+    model_.reset(std::move(columns));
     for (int c = 0; c < model_.columnCount(); ++c) {
         const int twips = model_.columns()[static_cast<size_t>(c)].width;
         setColumnHidden(c, twips == 0);
@@ -152,6 +171,8 @@ QStringList LineGrid::rowTexts(int row) const {
 }
 
 void LineGrid::setRowTexts(int row, const QStringList& texts) {
+    if (row > LineModel::MaxRows) return;
+    model_.reserveRows(row);
     for (int c = 0; c < model_.columnCount() && c < texts.size(); ++c)
         model_.setText(row - 1, c, texts[c]);
 }
@@ -173,7 +194,9 @@ void LineGrid::unmarkCell(int row, const QString& title) {
 }
 
 void LineGrid::setLineCount(int count) {
-    used = std::clamp(count, 0, model_.depth());
+    used = std::clamp(count, 0, LineModel::MaxRows);
+    // A row to go on with stays free.
+    model_.reserveRows(used + 1);
     Q_EMIT lineCountChanged();
 }
 
@@ -198,7 +221,7 @@ void LineGrid::clearGrid() {
     }
     speeches.clear();
     hideList();
-    model_.clearRows(0);
+    model_.clearRows();
     setLineCount(0);
     for (int c = 0; c < model_.columnCount(); ++c) {
         if (isColumnHidden(c)) continue;
@@ -386,7 +409,7 @@ void LineGrid::moveToNextEntry() {
         const int c = position % columns;
         if (!model_.columns()[static_cast<size_t>(c)].entry || isColumnHidden(c)) continue;
         const int row = cell.row() + (position >= columns ? 1 : 0);
-        if (row < model_.depth()) setCurrentIndex(model_.index(row, c));
+        if (row < model_.rowCount()) setCurrentIndex(model_.index(row, c));
         return;
     }
 }
@@ -463,7 +486,7 @@ void LineGrid::paintEvent(QPaintEvent* event) {
 void LineGrid::paintFrozen() {
     QPainter painter(viewport());
     const int width = columnWidth(frozen);
-    for (int row = rowAt(0); row >= 0 && row < model_.depth(); ++row) {
+    for (int row = rowAt(0); row >= 0 && row < model_.rowCount(); ++row) {
         const int top = rowViewportPosition(row);
         if (top > viewport()->height()) break;
         const QRect cell(0, top, width, rowHeight(row) - 1);

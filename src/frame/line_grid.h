@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QTableView>
 #include <functional>
+#include <span>
 
 namespace liaowu {
 
@@ -28,17 +29,33 @@ struct LineColumn {
     QString shown = {}; ///< title as the user reads it, where it differs
 };
 
+/// What a column of a document's lines is, as a table declares it.
+namespace column_flags {
+enum : unsigned { Typed = 1, Entry = 2, Pick = 4, Upper = 8, Right = 16, Money = 32, BoardOnly = 64 };
+}
+/// A row of such a table: width in twips, limit in Big5 bytes, mode of `filterKey`.
+struct LineColumnRow {
+    const char16_t* title;
+    int width, limit, filter;
+    unsigned flags;
+};
+/// The columns that the rows declare; those of board alone are hidden without `withBoard`.
+std::vector<LineColumn> lineColumns(std::span<const LineColumnRow> rows, bool withBoard = true);
+
 /// The cells of a line grid: texts, with colours for what must be seen.
 class LineModel : public QAbstractTableModel {
     Q_OBJECT
 public:
     using QAbstractTableModel::QAbstractTableModel;
-    void reset(std::vector<LineColumn> columns, int depth);
+    /// More rows than these a document does not have.
+    static constexpr int MaxRows = 16350;
+    void reset(std::vector<LineColumn> columns);
+    /// Sees that there are rows up to this one, and some to go on.
+    void reserveRows(int rows);
     const std::vector<LineColumn>& columns() const { return declared; }
-    int depth() const { return static_cast<int>(cells.size()); }
     const QString& text(int row, int column) const { return cells[static_cast<size_t>(row)][column]; }
     void setText(int row, int column, const QString& text);
-    void clearRows(int from);
+    void clearRows();
     void removeRow1(int row);
     void setTitle(int column, const QString& title);
     void mark(int row, int column, const QColor& colour, const QString& why);
@@ -56,6 +73,9 @@ private:
         QColor colour;
         QString why;
     };
+    QStringList blankRow() const;
+    int rows() const { return static_cast<int>(cells.size()); }
+
     std::vector<LineColumn> declared;
     std::vector<QStringList> cells;
     QHash<qint64, Mark> marks;
@@ -86,8 +106,8 @@ class LineGrid : public QTableView {
 public:
     LineGrid(const QString& name, Messages& messages, QWidget* parent = nullptr);
 
-    /// Declares the columns and empties the grid; `depth` rows at most can be filled.
-    void prepareGrid(std::vector<LineColumn> columns, int depth);
+    /// Declares the columns and empties the grid, which grows with the rows put into it.
+    void prepareGrid(std::vector<LineColumn> columns);
     LineGridEvents events;
 
     int lineCount() const { return used; }
@@ -104,6 +124,7 @@ public:
     /// Sets a cell as a rule does: no event, no count.
     void setText(int row, const QString& title, const QString& text);
     QStringList rowTexts(int row) const;
+    /// Rows beyond `LineModel::MaxRows` are left out.
     void setRowTexts(int row, const QStringList& texts);
     void setColumnTitle(const QString& title, const QString& shown);
     void setColumnTwips(const QString& title, int twips);

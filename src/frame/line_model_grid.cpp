@@ -2,15 +2,29 @@
 
 namespace liaowu {
 
-void LineModel::reset(std::vector<LineColumn> columns, int depth) {
+namespace {
+/// Rows of an empty grid.
+constexpr size_t FreshRows = 350;
+} // namespace
+
+QStringList LineModel::blankRow() const {
+    return QStringList(static_cast<qsizetype>(declared.size()));
+}
+
+void LineModel::reset(std::vector<LineColumn> columns) {
     beginResetModel();
     declared = std::move(columns);
-    QStringList blank;
-    for (size_t i = 0; i < declared.size(); ++i)
-        blank << QString();
-    cells.assign(static_cast<size_t>(depth), blank);
+    cells.assign(FreshRows, blankRow());
     marks.clear();
     endResetModel();
+}
+
+void LineModel::reserveRows(int wanted) {
+    if (wanted <= rows() || rows() == MaxRows) return;
+    const int grown = std::min(MaxRows, wanted + wanted / 2);
+    beginInsertRows({}, rows(), grown - 1);
+    cells.resize(static_cast<size_t>(grown), blankRow());
+    endInsertRows();
 }
 
 void LineModel::setText(int row, int column, const QString& text) {
@@ -21,23 +35,23 @@ void LineModel::setText(int row, int column, const QString& text) {
     Q_EMIT dataChanged(changed, changed, {Qt::DisplayRole});
 }
 
-void LineModel::clearRows(int from) {
-    for (size_t row = static_cast<size_t>(from); row < cells.size(); ++row)
-        for (QString& cell : cells[row])
-            cell.clear();
+void LineModel::clearRows() {
+    if (cells.size() > FreshRows) {
+        beginRemoveRows({}, FreshRows, rows() - 1);
+        cells.resize(FreshRows);
+        endRemoveRows();
+    }
+    std::fill(cells.begin(), cells.end(), blankRow());
     marks.clear();
     if (!cells.empty() && !declared.empty())
-        Q_EMIT dataChanged(index(from, 0), index(depth() - 1, columnCount() - 1), {});
+        Q_EMIT dataChanged(index(0, 0), index(rows() - 1, columnCount() - 1), {});
 }
 
 void LineModel::removeRow1(int row) {
-    QStringList blank = cells[static_cast<size_t>(row)];
-    for (QString& cell : blank)
-        cell.clear();
     cells.erase(cells.begin() + row);
-    cells.push_back(blank);
+    cells.push_back(blankRow());
     marks.clear();
-    Q_EMIT dataChanged(index(row, 0), index(depth() - 1, columnCount() - 1), {});
+    Q_EMIT dataChanged(index(row, 0), index(rows() - 1, columnCount() - 1), {});
 }
 
 void LineModel::setTitle(int column, const QString& title) {
@@ -56,7 +70,7 @@ void LineModel::clearMarks(int row, int column) {
 }
 
 int LineModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : depth();
+    return parent.isValid() ? 0 : rows();
 }
 int LineModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(declared.size());

@@ -9,48 +9,20 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
-const std::vector<OrderBinding>& orderBindings() {
-    static const std::vector<OrderBinding> bindings{
-        {u"txt採購單號"_s, &OrderHeader::採購單號},
-        {u"txt採購日期"_s, &OrderHeader::採購日期},
-        {u"txt廠商代號"_s, &OrderHeader::廠商代號},
-        {u"lbl廠商簡稱"_s, &OrderHeader::廠商簡稱},
-        {u"txt業務員代號"_s, &OrderHeader::業務員代號},
-        {u"lbl業務員名稱"_s, &OrderHeader::業務員名稱},
-        {u"cbo幣別"_s, &OrderHeader::幣別},
-        {u"cbo採購類別"_s, &OrderHeader::採購類別},
-        {u"txt工單單號"_s, &OrderHeader::工單單號},
-        {u"txt申購單位"_s, &OrderHeader::申購單位},
-        {u"txt品質要求"_s, &OrderHeader::品質要求},
-    };
-    return bindings;
-}
-
-QStringList boardOnlyColumns() {
-    return {u"工單單號"_s, u"客戶"_s,     u"料號"_s,     u"廠商品名"_s, u"楞別"_s,
-            u"剖切尺寸"_s, u"壓線種類"_s, u"壓線尺寸"_s, u"走紙才"_s,   u"小紙數"_s};
-}
-
 namespace {
 
-enum : unsigned { Typed = 1, Entry = 2, Pick = 4, Upper = 8, Right = 16, Money = 32 };
-
-struct ColumnRow {
-    const char16_t* title;
-    int width, limit, filter;
-    unsigned flags;
-};
+using namespace column_flags;
 
 /// Width in twips, limit in Big5 bytes, filter mode; Entry marks where Enter stops.
-constexpr ColumnRow columns[] = {
+constexpr LineColumnRow columns[] = {
     {u"申購單號", 1350, 0, 0, Typed | Pick},
-    {u"工單單號", 1050, 0, 0, Typed | Pick | Upper},
+    {u"工單單號", 1050, 0, 0, Typed | Pick | Upper | BoardOnly},
     {u"客戶代號", 0, 0, 0, 0},
-    {u"客戶", 1000, 0, 0, 0},
+    {u"客戶", 1000, 0, 0, BoardOnly},
     {u"紙箱代號", 0, 0, 0, 0},
-    {u"料號", 1000, 0, 0, 0},
+    {u"料號", 1000, 0, 0, BoardOnly},
     {u"代號", 1200, 20, 0, Typed | Entry | Pick | Upper},
-    {u"廠商品名", 1000, 40, 0, Typed},
+    {u"廠商品名", 1000, 40, 0, Typed | BoardOnly},
     {u"內部品名", 1500, 40, 0, Typed},
     {u"規格", 1000, 40, 0, Typed | Entry},
     {u"大紙數", 900, 20, 3, Typed | Entry | Right},
@@ -58,12 +30,12 @@ constexpr ColumnRow columns[] = {
     {u"單位", 700, 10, 0, Typed | Entry},
     {u"小計", 1050, 0, 0, Right | Money},
     {u"交貨日", 1000, 0, 0, Typed | Entry | Upper},
-    {u"楞別", 600, 10, 0, Typed},
-    {u"剖切尺寸", 1000, 40, 0, Typed},
-    {u"壓線種類", 1000, 10, 0, Typed},
-    {u"壓線尺寸", 1000, 40, 0, Typed},
-    {u"走紙才", 700, 4, 1, Typed | Right},
-    {u"小紙數", 800, 0, 0, Right},
+    {u"楞別", 600, 10, 0, Typed | BoardOnly},
+    {u"剖切尺寸", 1000, 40, 0, Typed | BoardOnly},
+    {u"壓線種類", 1000, 10, 0, Typed | BoardOnly},
+    {u"壓線尺寸", 1000, 40, 0, Typed | BoardOnly},
+    {u"走紙才", 700, 4, 1, Typed | Right | BoardOnly},
+    {u"小紙數", 800, 0, 0, Right | BoardOnly},
     {u"原單價", 0, 0, 0, Money},
     {u"原小計", 0, 0, 0, Money},
     {u"已交數", 800, 10, 3, Typed | Right},
@@ -79,7 +51,7 @@ constexpr ColumnRow columns[] = {
 
 } // namespace
 
-DocumentSpec orderDocumentSpec(const QString&) {
+DocumentSpec orderDocumentSpec(const QString& category) {
     using Kind = FieldSpec::Kind;
     DocumentSpec spec;
     spec.header = {
@@ -97,10 +69,7 @@ DocumentSpec orderDocumentSpec(const QString&) {
         {Kind::Lookup, u"txt申購單位"_s, u"申購單號"_s, 2, 1, 110, 20, 0, true, u"sscmd申購單位"_s},
         {Kind::Entry, u"txt工單單號"_s, u"工單單號"_s, 2, 2, 118, 20},
     };
-    for (const ColumnRow& row : columns)
-        spec.lines.push_back({QString::fromUtf16(row.title), row.width, row.limit, row.filter,
-                              bool(row.flags & Typed), bool(row.flags & Entry), bool(row.flags & Pick),
-                              bool(row.flags & Upper), bool(row.flags & Right), bool(row.flags & Money)});
+    spec.lines = lineColumns(columns, category != u"物料");
     spec.frozenTitle = u"代號"_s;
     spec.approval.alreadyApproved = u"該單已審單,請先取消審單"_s;
     spec.quickFindUnknown = u"查無此採購單,請確認輸入單號是否正確!"_s;
@@ -117,24 +86,12 @@ void buildOrderFooter(QHBoxLayout* line, QWidget* owner) {
     auto* figures = new QHBoxLayout(stock);
     figures->setContentsMargins(6, 0, 0, 0);
     figures->setSpacing(5);
-    const auto value = [&](const QString& name, const QString& caption) {
-        if (!caption.isEmpty()) {
-            auto* text = new QLabel(caption, stock);
-            text->setProperty("caption", true);
-            figures->addWidget(text);
-        }
-        auto* shown = new QLabel(stock);
-        shown->setObjectName(name);
-        shown->setProperty("valueLabel", true);
-        figures->addWidget(shown);
-        figures->addSpacing(7);
-    };
-    value(u"lbl品名"_s, {});
-    value(u"lbl實際庫存"_s, u"實際庫存"_s);
-    value(u"lbl安全庫存"_s, u"安全庫存"_s);
-    value(u"lbl在單量"_s, u"在單量"_s);
-    value(u"LBL在產量"_s, u"在領量"_s);
-    value(u"Lbl可用庫存"_s, u"可用庫存"_s);
+    addFigure(figures, stock, u"lbl品名"_s, {});
+    addFigure(figures, stock, u"lbl實際庫存"_s, u"實際庫存"_s);
+    addFigure(figures, stock, u"lbl安全庫存"_s, u"安全庫存"_s);
+    addFigure(figures, stock, u"lbl在單量"_s, u"在單量"_s);
+    addFigure(figures, stock, u"LBL在產量"_s, u"在領量"_s);
+    addFigure(figures, stock, u"Lbl可用庫存"_s, u"可用庫存"_s);
     line->addWidget(stock);
     auto* hint = new QLabel(u"雙擊可查看該原料歷史單價記錄!"_s, owner);
     hint->setObjectName(u"pic提示"_s);

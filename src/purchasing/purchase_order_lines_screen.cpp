@@ -41,23 +41,6 @@ void frm採購作業系統::connectGrid() {
     connect(fml明細, &LineGrid::selectionMoved, this, &frm採購作業系統::showStock);
 }
 
-// ---- rows as lines ----
-
-OrderLine frm採購作業系統::lineAt(int row) const {
-    return lineOf(fml明細->rowTexts(row));
-}
-
-void frm採購作業系統::putLine(int row, const OrderLine& line) {
-    fml明細->setRowTexts(row, textsOf(line));
-}
-
-OrderLines frm採購作業系統::linesOnScreen() const {
-    OrderLines lines;
-    for (int row = 1; row <= fml明細->lineCount(); ++row)
-        lines.push_back(lineAt(row));
-    return lines;
-}
-
 // ---- typing ----
 
 bool frm採購作業系統::mayType(const QString& title) const {
@@ -79,12 +62,12 @@ QStringList frm採購作業系統::listOf(int row, const QString& title) const {
 }
 
 bool frm採購作業系統::cellEdited(int row, const QString& title, const QString& before, bool batch) {
-    OrderLine line = lineAt(row);
+    OrderLine line = rows.at(row);
     const Speak speak = batch ? Speak::Never : Speak::Later;
     if (title == u"大紙數") {
         line.數量 = numberText(val(format(val(line.數量), u"0.0000")));
         updateOpenQuantity(line);
-        putLine(row, line);
+        rows.put(row, line);
         fml明細->countRow(row);
         recalculate(row, speak);
     } else if (title == u"單價") {
@@ -93,7 +76,7 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
             return false;
         }
         line.單價 = line.原單價 = numberText(val(format(val(line.單價), u"0.0000")));
-        putLine(row, line);
+        rows.put(row, line);
         fml明細->countRow(row);
         recalculate(row, speak);
     } else if (title == u"單位") {
@@ -102,16 +85,16 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
     } else if (title == u"已交數") {
         line.已入庫數 = numberText(val(line.已入庫數));
         line.未交數 = numberText(openQuantity(line));
-        putLine(row, line);
+        rows.put(row, line);
     } else if (title == u"走紙才") {
         line.寬剖 = numberText(val(line.寬剖));
         line.小紙數 = numberText(val(line.寬剖) * val(line.數量));
-        putLine(row, line);
+        rows.put(row, line);
     } else if (title == u"規格" || title == u"剖切尺寸") {
         line.規格 = line.規格.trimmed();
         line.剖切尺寸 = line.剖切尺寸.trimmed();
         const bool sure = updateSheetCount(line);
-        putLine(row, line);
+        rows.put(row, line);
         if (sure) {
             fml明細->unmarkCell(row, u"走紙才"_s);
             // What was mended need not be told any longer.
@@ -132,7 +115,7 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
 // ---- arithmetic ----
 
 void frm採購作業系統::recalculate(int row, Speak speak) {
-    OrderLine line = lineAt(row);
+    OrderLine line = rows.at(row);
     bool evaluated = true;
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
@@ -144,7 +127,7 @@ void frm採購作業系統::recalculate(int row, Speak speak) {
     } catch (const FormulaError&) {
         evaluated = false;
     }
-    putLine(row, line);
+    rows.put(row, line);
     if (evaluated) {
         fml明細->unmarkCell(row, u"小計"_s);
         showTotal();
@@ -157,7 +140,7 @@ void frm採購作業系統::recalculate(int row, Speak speak) {
 }
 
 void frm採購作業系統::showTotal() {
-    putTotal(numberText(orderTotal(linesOnScreen(), canSeePrice)));
+    putTotal(numberText(orderTotal(rows.all(), canSeePrice)));
 }
 
 void frm採購作業系統::putTotal(const QString& total) {
@@ -176,7 +159,7 @@ void frm採購作業系統::priceLine(Connection& connection, OrderLine& line, c
 
 void frm採購作業系統::refreshAllPrices() {
     for (int row = 1; row <= fml明細->lineCount(); ++row) {
-        OrderLine line = lineAt(row);
+        OrderLine line = rows.at(row);
         guarded(session, u"取得原料資料錯誤"_s, [&] {
             Connection connection(session.pool, session.connectionString);
             PriceFound master;
@@ -186,7 +169,7 @@ void frm採購作業系統::refreshAllPrices() {
             }
             priceLine(connection, line, master);
         });
-        putLine(row, line);
+        rows.put(row, line);
         recalculate(row, Speak::Now);
     }
     showTotal();
@@ -217,20 +200,19 @@ bool frm採購作業系統::runPick(int row, const QString& title) {
 }
 
 bool frm採購作業系統::pickRequisitionLines(int row) {
-    const auto rows = pickRows(process, requisitionLinePick(session.category), this);
-    if (rows.empty() || rows.front().value(0).trimmed().isEmpty()) return false;
-    session.requisitionPickRows = rows;
+    const auto pickedRows = pickRows(process, requisitionLinePick(session.category), this);
+    if (pickedRows.empty() || pickedRows.front().value(0).trimmed().isEmpty()) return false;
+    session.requisitionPickRows = pickedRows;
     // The first row takes the place of the row that was being typed in, when it holds nothing else yet.
     int at = row;
-    OrderLine here = lineAt(row);
+    OrderLine here = rows.at(row);
     here.請購單號.clear();
     if (!isBlank(here)) {
         at = fml明細->lineCount() + 1;
         // The row keeps the requisition it came from: what was typed over it was a search.
         if (typedOver) fml明細->setText(row, u"申購單號"_s, *typedOver);
     }
-    for (const QStringList& picked : rows) {
-        if (at > document.depth) break;
+    for (const QStringList& picked : pickedRows) {
         OrderLine line = lineOfRequisitionPick(picked, session.category);
         guarded(session, u"取得原料資料錯誤"_s, [&] {
             Connection connection(session.pool, session.connectionString);
@@ -238,12 +220,12 @@ bool frm採購作業系統::pickRequisitionLines(int row) {
                 line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
             priceLine(connection, line, {val(picked.value(6)), picked.value(7).trimmed()});
         });
-        putLine(at, line);
+        rows.put(at, line);
         fml明細->countRow(at);
         recalculate(at, Speak::Now);
         at = fml明細->lineCount() + 1;
     }
-    fml明細->select(std::min(at - 1, document.depth), u"代號"_s);
+    fml明細->select(at - 1, u"代號"_s);
     return true;
 }
 
@@ -254,14 +236,14 @@ bool frm採購作業系統::pickWorkOrder(int row) {
 }
 
 void frm採購作業系統::takeWorkOrder(int row, const QStringList& picked, Speak speak) {
-    OrderLine line = lineOfWorkOrderPick(picked, lineAt(row));
+    OrderLine line = lineOfWorkOrderPick(picked, rows.at(row));
     if (!canSeePrice) line.單價 = MaskedMoney;
     if (session.category == u"紙板")
         guarded(session, u"取得輔助資料錯誤"_s, [&] {
             Connection connection(session.pool, session.connectionString);
             line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
         });
-    putLine(row, line);
+    rows.put(row, line);
     fml明細->countRow(row);
     recalculate(row, speak);
 }
@@ -273,7 +255,7 @@ bool frm採購作業系統::pickItem(int row) {
 }
 
 void frm採購作業系統::takeItem(int row, const QStringList& picked, Speak speak) {
-    OrderLine line = lineAt(row);
+    OrderLine line = rows.at(row);
     putItemPick(line, picked, session.category);
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
@@ -281,7 +263,7 @@ void frm採購作業系統::takeItem(int row, const QStringList& picked, Speak s
             line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
         priceLine(connection, line, {val(picked.value(5)), picked.value(6).trimmed()});
     });
-    putLine(row, line);
+    rows.put(row, line);
     fml明細->countRow(row);
     recalculate(row, speak);
 }

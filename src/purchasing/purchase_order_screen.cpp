@@ -25,19 +25,17 @@ namespace {
 
 ScreenInfo infoOf(const Session& session) {
     const bool materials = session.category == u"物料";
-    ScreenInfo info;
-    info.name = u"frm採購作業系統"_s;
-    info.title = materials ? u"物料採購作業"_s : u"紙板採購作業"_s;
-    info.moduleKey = materials ? u"frm物料採購作業"_s : u"frm紙板採購作業"_s;
-    info.table = u"採購資料"_s;
-    info.keyColumn = u"採購單號"_s;
-    info.keyField = u"txt採購單號"_s;
-    info.recordWord = u"採購單號"_s;
-    info.freshKeys = true;
-    info.tools = {u"add"_s,      u"edit"_s,     u"del"_s,  u"search"_s, u"save"_s, u"|"_s,
-                  u"first"_s,    u"previous"_s, u"next"_s, u"last"_s,   u"|"_s,    u"審單"_s,
-                  u"整批審單"_s, u"print"_s,    u"|"_s,    u"exit"_s};
-    return info;
+    return {.name = u"frm採購作業系統"_s,
+            .title = materials ? u"物料採購作業"_s : u"紙板採購作業"_s,
+            .moduleKey = materials ? u"frm物料採購作業"_s : u"frm紙板採購作業"_s,
+            .table = u"採購資料"_s,
+            .keyColumn = u"採購單號"_s,
+            .keyField = u"txt採購單號"_s,
+            .recordWord = u"採購單號"_s,
+            .freshKeys = true,
+            .tools = {u"add"_s, u"edit"_s, u"del"_s, u"search"_s, u"save"_s, u"|"_s, u"first"_s,
+                      u"previous"_s, u"next"_s, u"last"_s, u"|"_s, u"審單"_s, u"整批審單"_s, u"print"_s,
+                      u"|"_s, u"exit"_s}};
 }
 
 } // namespace
@@ -48,15 +46,14 @@ void registerPurchaseOrderScreen(Process& process) {
 }
 
 frm採購作業系統::frm採購作業系統(Process& on)
-    : DocumentScreen(on, infoOf(on.session), orderDocumentSpec(on.session.category)) {
+    : DocumentScreen(on, infoOf(on.session), orderDocumentSpec(on.session.category)), rows(fml明細) {
     if (session.approvalParam == u"N") hideTool(u"審單"_s);
     buildFooter();
     buildPanels();
     connectGrid();
     bindLookup(u"txt廠商代號"_s, u"scmd廠商代號"_s, [this](bool fromButton) { lookUpVendor(fromButton); });
     bindPerson(u"txt業務員代號"_s, u"scmd業務員"_s, u"lbl業務員名稱"_s);
-    bindLookup(u"txt申購單位"_s, u"sscmd申購單位"_s,
-               [this](bool fromButton) { loadRequisition(fromButton); });
+    bindLookup(u"txt申購單位"_s, u"sscmd申購單位"_s, [this](bool) { loadRequisition(); });
     // The code alone is not the vendor: what was typed over needs a look-up again.
     connect(entry(this, u"txt廠商代號"_s), &EntryField::typedInto, this,
             [this] { label(this, u"lbl廠商簡稱"_s)->clear(); });
@@ -104,8 +101,6 @@ void frm採購作業系統::prepare() {
 
 void frm採購作業系統::showColumnsOfCategory() {
     if (session.category != u"物料") return;
-    for (const auto& title : boardOnlyColumns())
-        fml明細->setColumnTwips(title, 0);
     fml明細->setColumnTwips(u"內部品名"_s, 2200);
     fml明細->setColumnTitle(u"內部品名"_s, u"原料名稱"_s);
 }
@@ -180,8 +175,7 @@ int frm採購作業系統::showRecord(const QString& key) {
     if (!read || !order) return Failed;
     const OrderHeader& header = order->header;
     clearRecordPage();
-    for (const OrderBinding& binding : orderBindings())
-        setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
+    showFields(this, OrderControls, header);
     combo(this, u"Cbo類別"_s)->showText(header.類別);
     auto* currency = combo(this, u"cbo幣別"_s);
     currency->lock(!canSeePrice);
@@ -201,9 +195,7 @@ int frm採購作業系統::showRecord(const QString& key) {
     putTotal(header.合計);
     isApproved = header.審單 == u"Y";
     showApproval(isApproved ? u"Y"_s : u"N"_s, header.審單人, header.審單日期, session.approvalParam != u"N");
-    for (size_t i = 0; i < order->lines.size() && i < static_cast<size_t>(document.depth); ++i)
-        putLine(static_cast<int>(i) + 1, order->lines[i]);
-    fml明細->setLineCount(static_cast<int>(order->lines.size()));
+    rows.show(order->lines);
     loadedLines = order->lines;
     lastDocumentNumber = header.採購單號;
     loadedStamp = stampOf(header);
@@ -261,7 +253,7 @@ void frm採購作業系統::lookUpVendor(bool fromButton) {
     if (vendor) takeVendor(*vendor);
 }
 
-void frm採購作業系統::loadRequisition(bool fromButton) {
+void frm採購作業系統::loadRequisition() {
     if (combo(this, u"Cbo類別"_s)->currentText().isEmpty()) {
         session.messages.stop(u"錯誤"_s, u"資材類別不能為空,確認后重新輸入!"_s);
         return;
@@ -280,14 +272,11 @@ void frm採購作業系統::loadRequisition(bool fromButton) {
                 line.廠商名稱 = vendorItemName(connection, line.原料代號, session.pickVendor);
     });
     if (!read) return;
+    discardTyping();
     field->showText(number);
-    fml明細->clearGrid();
-    for (size_t i = 0; i < incoming.size() && i < static_cast<size_t>(document.depth); ++i)
-        putLine(static_cast<int>(i) + 1, incoming[i]);
-    fml明細->setLineCount(static_cast<int>(incoming.size()));
+    rows.show(incoming);
     markModified(true);
     // A price comes into the document's currency on whichever way the requisition was loaded.
-    Q_UNUSED(fromButton)
     refreshAllPrices();
     fml明細->setFocus(Qt::OtherFocusReason);
     fml明細->select(1, u"大紙數"_s);
@@ -298,8 +287,7 @@ void frm採購作業系統::loadRequisition(bool fromButton) {
 OrderHeader frm採購作業系統::headerOnScreen() const {
     auto* self = const_cast<frm採購作業系統*>(this);
     OrderHeader header;
-    for (const OrderBinding& binding : orderBindings())
-        header.*binding.member = controlText(self->findChild<QWidget*>(binding.control)).trimmed();
+    takeFields(this, OrderControls, header);
     header.類別 = session.category;
     header.合計 = entry(self, u"txt合計備用"_s)->text();
     header.審單 = approvalMark();
@@ -319,7 +307,7 @@ bool frm採購作業系統::checkHeader() {
     if (date->text().isEmpty()) date->showText(today8(session));
     if (validDate8(date->text()) != 0)
         return showFinding({u"錯誤"_s, u"「採購日期」日期輸入錯誤!"_s, u"txt採購日期"_s});
-    if (const auto finding = checkOrderLines(linesOnScreen())) return showFinding(*finding);
+    if (const auto finding = checkOrderLines(rows.all())) return showFinding(*finding);
     return true;
 }
 
@@ -337,7 +325,7 @@ void frm採購作業系統::saveOrderAs(const QString& parameter) {
     if (isNew && !drawNumber(orderNumbers())) return;
     OrderSave save;
     save.header = headerOnScreen();
-    save.lines = linesOnScreen();
+    save.lines = rows.all();
     save.loaded = loadedLines;
     save.isNew = isNew;
     save.lastDocumentNumber = lastDocumentNumber;
@@ -355,7 +343,7 @@ void frm採購作業系統::saveOrderAs(const QString& parameter) {
     loadedLines = save.lines;
     // Lines saved for the first time have their numbers now, by which the next save knows them.
     for (size_t i = 0; i < save.lines.size(); ++i)
-        putLine(static_cast<int>(i) + 1, save.lines[i]);
+        rows.put(static_cast<int>(i) + 1, save.lines[i]);
     isApproved = save.header.審單 == u"Y";
     finishSave(save.header.採購單號, isNew, u"資料更新完畢!"_s);
 }

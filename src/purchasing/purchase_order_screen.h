@@ -4,6 +4,7 @@
 #include "formula/evaluator.h"
 #include "formula/formula_definitions.h"
 #include "frame/document_screen.h"
+#include "frame/line_records_grid.h"
 #include "purchasing/order_pricing.h"
 #include "purchasing/order_store.h"
 
@@ -44,12 +45,9 @@ private:
     void lookUpVendor(bool fromButton);
     void showScore(const QString& score);
     void takeVendor(const struct VendorRow& vendor);
-    void loadRequisition(bool fromButton);
+    void loadRequisition();
 
     // lines
-    OrderLine lineAt(int row) const;
-    void putLine(int row, const OrderLine& line);
-    OrderLines linesOnScreen() const;
     bool cellEdited(int row, const QString& title, const QString& before, bool batch);
     bool mayType(const QString& title) const;
     /// Approved where approval is in force: what it costs is no longer open.
@@ -82,6 +80,7 @@ private:
     bool checkHeader();
     void approve();
 
+    LineRecords<OrderLineColumns> rows;
     FormulaTable formulas;
     PhraseCache phraseCache;
     CEval evaluator;

@@ -17,15 +17,16 @@ std::optional<RequisitionItem> findRequisitionItem(Connection& connection, const
     const ItemFamily* family = itemFamily(word);
     if (!family || codeOrName.isEmpty()) return std::nullopt;
     const QString& t = family->table;
-    const Recordset row =
-        select(connection, sql(u"select [{}].[{}], [{}].[{}], [{}].規格, [{}].庫存, [{}].單位, [{}].單價, "
-                               u"[{}].幣別, [{}].安全庫存  from  [{}] "
-                               u"where [{}].[{}] = '{}' or [{}].[{}] = '{}' order by [{}].[{}]",
-                               t, family->code, t, family->name, t, t, t, t, t, t, t, t, family->code,
-                               codeOrName, t, family->name, codeOrName, t, family->name));
+    const Recordset row = select(
+        connection, sql(u"select [{}].[{}], [{}].[{}], [{}].規格, [{}].庫存, [{}].單位, [{}].單價, "
+                        u"[{}].幣別, [{}].安全庫存, ",
+                        t, family->code, t, family->name, t, t, t, t, t, t) +
+                        (family->word == u"紙板" ? sql(u"[{}].楞別", t) : sql(u"'' as 楞別")) +
+                        sql(u"  from  [{}] where [{}].[{}] = '{}' or [{}].[{}] = '{}' order by [{}].[{}]", t,
+                            t, family->code, codeOrName, t, family->name, codeOrName, t, family->name));
     if (row.RecordCount() != 1) return std::nullopt;
     const auto text = [&](int column) { return row.text(column).trimmed(); };
-    return RequisitionItem{text(0), text(1), text(2), text(3), text(4), text(5), text(6), text(7)};
+    return RequisitionItem{text(0), text(1), text(2), text(3), text(4), text(5), text(6), text(7), text(8)};
 }
 
 RequisitionLine lineOfItemPick(const QStringList& row, const QString& family) {
@@ -51,7 +52,7 @@ struct ConditionRow {
 constexpr ConditionRow conditions[] = {
     {u"申購單號", u"And 原料申購資料.申購單號 like '%{}%' "},
     {u"經辦人", u"And (原料申購資料.經辦代號 like '%{}%' Or 原料申購資料.經辦名稱 like '%{}%') "},
-    {u"原料名稱", u"And (原料申購明細.原料代號 like '%{}%' Or 原料申購明細.原料名稱 like '%{}%') "},
+    {u"原料名稱", u"And 原料申購明細.原料名稱 like '%{}%' "},
     {u"申購單位", u"And 原料申購資料.申購單位 like '%{}%' "},
     {u"工單單號", u"And 原料申購資料.工單單號 like '%{}%' "},
     {u"客戶料號", u"And 原料申購明細.印件編號 like '%{}%' "},

@@ -14,7 +14,7 @@ SqlText requisitionBrowseStatement();
 
 /// An item as requisitions need it: 單位 and 單價 of the stock, not of the purchase.
 struct RequisitionItem {
-    QString code, name, 規格, 庫存, 單位, 單價, 幣別, 安全庫存;
+    QString code, name, 規格, 庫存, 單位, 單價, 幣別, 安全庫存, 楞別;
 };
 /// An item of a family by exact code or name; nothing unless exactly one row matches.
 std::optional<RequisitionItem> findRequisitionItem(Connection& connection, const QString& family,

@@ -18,49 +18,50 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A control of the header and the column it stands for, in the order of the save.
-struct Binding {
-    QString control;
-    QString RequisitionHeader::*member;
-};
-const std::vector<Binding>& bindings() {
-    static const std::vector<Binding> table{
-        {u"txt申購單號"_s, &RequisitionHeader::申購單號},
-        {u"Cbo類別"_s, &RequisitionHeader::類別},
-        {u"txt申購日期"_s, &RequisitionHeader::申購日期},
-        {u"txt經辦人代號"_s, &RequisitionHeader::經辦代號},
-        {u"lbl經辦人名稱"_s, &RequisitionHeader::經辦名稱},
-        {u"txt工單單號"_s, &RequisitionHeader::工單單號},
-        {u"lbl申購單位"_s, &RequisitionHeader::申購單位},
-        {u"txt需求日期"_s, &RequisitionHeader::需求日期},
-        {u"Cbo請購原因"_s, &RequisitionHeader::請購原因},
-        {u"Cbo庫別"_s, &RequisitionHeader::庫別},
-        {u"txt備注"_s, &RequisitionHeader::備註},
-    };
-    return table;
-}
+/// The controls of the header and the members they stand for.
+constexpr std::array<FieldOf<RequisitionHeader>, 11> controls{{
+    {u"txt申購單號", &RequisitionHeader::申購單號},
+    {u"Cbo類別", &RequisitionHeader::類別},
+    {u"txt申購日期", &RequisitionHeader::申購日期},
+    {u"txt經辦人代號", &RequisitionHeader::經辦代號},
+    {u"lbl經辦人名稱", &RequisitionHeader::經辦名稱},
+    {u"txt工單單號", &RequisitionHeader::工單單號},
+    {u"lbl申購單位", &RequisitionHeader::申購單位},
+    {u"txt需求日期", &RequisitionHeader::需求日期},
+    {u"Cbo請購原因", &RequisitionHeader::請購原因},
+    {u"Cbo庫別", &RequisitionHeader::庫別},
+    {u"txt備注", &RequisitionHeader::備註},
+}};
 
 ScreenInfo screenInfo() {
-    ScreenInfo info;
-    info.name = u"frm申購作業系統"_s;
-    info.title = u"原料申購作業"_s;
-    info.moduleKey = u"frm資材請購作業"_s;
-    info.table = u"原料申購資料"_s;
-    info.keyColumn = u"申購單號"_s;
-    info.keyField = u"txt申購單號"_s;
-    info.recordWord = u"申購單號"_s;
-    info.tools = {u"add"_s,   u"edit"_s,     u"del"_s,  u"search"_s, u"save"_s, u"|"_s,
-                  u"first"_s, u"previous"_s, u"next"_s, u"last"_s,   u"|"_s,    u"審單"_s,
-                  u"批審"_s,  u"print"_s,    u"|"_s,    u"exit"_s};
-    return info;
+    return {.name = u"frm申購作業系統"_s,
+            .title = u"原料申購作業"_s,
+            .moduleKey = u"frm資材請購作業"_s,
+            .table = u"原料申購資料"_s,
+            .keyColumn = u"申購單號"_s,
+            .keyField = u"txt申購單號"_s,
+            .recordWord = u"申購單號"_s,
+            .tools = {u"add"_s, u"edit"_s, u"del"_s, u"search"_s, u"save"_s, u"|"_s, u"first"_s,
+                      u"previous"_s, u"next"_s, u"last"_s, u"|"_s, u"審單"_s, u"批審"_s, u"print"_s, u"|"_s,
+                      u"exit"_s}};
 }
 
-LineColumn column(const QString& title, int width, int limit, int filter, bool typable, bool entry = false) {
-    LineColumn made{title, width, limit, filter};
-    made.typable = typable;
-    made.entry = entry;
-    return made;
-}
+using namespace column_flags;
+
+constexpr LineColumnRow columns[] = {
+    {u"原料代號", 1400, 20, 0, Typed | Entry | Pick | Upper},
+    {u"原料名稱", 2400, 40, 0, Typed},
+    {u"規格", 1700, 50, 0, Typed},
+    {u"數量", 1100, 20, 3, Typed | Entry | Right},
+    {u"單位", 700, 4, 0, Typed | Entry},
+    {u"工單單號", 1400, 20, 0, Typed},
+    {u"需求日期", 1200, 8, 1, Typed | Entry},
+    {u"用途說明", 3200, 100, 0, Typed | Entry},
+    {u"序", 0, 0, 0, 0},
+    {u"工單單號", 0, 20, 0, 0},
+    {u"已采購數", 1000, 0, 0, Right},
+    {u"楞別", 800, 4, 0, Typed},
+};
 
 DocumentSpec documentSpec() {
     using Kind = FieldSpec::Kind;
@@ -78,24 +79,7 @@ DocumentSpec documentSpec() {
         {Kind::Lookup, u"lbl申購單位"_s, u"申購單位"_s, 2, 0, 122, 20, 0, false, u"scmd申購單位"_s},
         {Kind::Entry, u"txt備注"_s, u"備註"_s, 2, 1, 360, 100, 0, false, {}, {}, 3},
     };
-    LineColumn code = column(u"原料代號"_s, 1400, 20, 0, true, true);
-    code.pick = code.upper = true;
-    LineColumn quantity = column(u"數量"_s, 1100, 20, 3, true, true);
-    quantity.right = true;
-    LineColumn ordered = column(u"已采購數"_s, 1000, 0, 0, false);
-    ordered.right = true;
-    spec.lines = {code,
-                  column(u"原料名稱"_s, 2400, 40, 0, true),
-                  column(u"規格"_s, 1700, 50, 0, true),
-                  quantity,
-                  column(u"單位"_s, 700, 4, 0, true, true),
-                  column(u"工單單號"_s, 1400, 20, 0, true),
-                  column(u"需求日期"_s, 1200, 8, 1, true, true),
-                  column(u"用途說明"_s, 3200, 100, 0, true, true),
-                  column(u"序"_s, 0, 0, 0, false),
-                  column(u"工單單號"_s, 0, 20, 0, false),
-                  ordered,
-                  column(u"楞別"_s, 800, 4, 0, true)};
+    spec.lines = lineColumns(columns);
     spec.frozenTitle = u"原料代號"_s;
     spec.quickFindUnknown = u"查無此申購單,請確認輸入單號是否正確!"_s;
     return spec;
@@ -108,18 +92,11 @@ void registerRequisitionScreen(Process& process) {
                            [](Process& on) -> ScreenFrame* { return new frm申購作業系統(on); });
 }
 
-frm申購作業系統::frm申購作業系統(Process& on) : DocumentScreen(on, screenInfo(), documentSpec()) {
+frm申購作業系統::frm申購作業系統(Process& on)
+    : DocumentScreen(on, screenInfo(), documentSpec()), rows(fml明細) {
     if (session.approvalParam == u"N") hideTool(u"審單"_s);
-    for (const auto& [name, caption] :
-         {std::pair(u"lbl庫存數"_s, u"庫存"_s), std::pair(u"lbl安全庫存"_s, u"安全庫存"_s)}) {
-        auto* text = new QLabel(caption, this);
-        text->setProperty("caption", true);
-        footer()->addWidget(text);
-        auto* shown = new QLabel(this);
-        shown->setObjectName(name);
-        shown->setProperty("valueLabel", true);
-        footer()->addWidget(shown);
-    }
+    addFigure(footer(), this, u"lbl庫存數"_s, u"庫存"_s);
+    addFigure(footer(), this, u"lbl安全庫存"_s, u"安全庫存"_s);
     footer()->addStretch(1);
     connectGrid();
     bindPerson(u"txt經辦人代號"_s, u"scmd經辦人"_s, u"lbl經辦人名稱"_s, u"倉儲部"_s);
@@ -172,14 +149,10 @@ QString frm申購作業系統::family() const {
 // ---- states ----
 
 void frm申購作業系統::fillLists() {
-    const auto fill = [this](const QString& name, const QStringList& items) {
-        auto* list = combo(this, name);
-        list->clear();
-        list->addItems(items);
-    };
-    fill(u"Cbo類別"_s, {u"紙板"_s, u"物料"_s});
-    fill(u"Cbo請購原因"_s, phrases(session, u"BU-請購類別"_s));
-    fill(u"Cbo庫別"_s, phrases(session, u"BV_庫別"_s));
+    setItems(this, u"Cbo類別"_s, {u"紙板"_s, u"物料"_s});
+    // Nobody chose a reason or a warehouse that merely stands first.
+    setItems(this, u"Cbo請購原因"_s, QStringList(QString()) + phrases(session, u"BU-請購類別"_s));
+    setItems(this, u"Cbo庫別"_s, QStringList(QString()) + phrases(session, u"BV_庫別"_s));
 }
 
 void frm申購作業系統::clearRecordPage() {
@@ -214,14 +187,10 @@ int frm申購作業系統::showRecord(const QString& key) {
     const RequisitionHeader& header = requisition->header;
     clearRecordPage();
     fillLists();
-    for (const Binding& binding : bindings())
-        setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
+    showFields(this, controls, header);
     isApproved = header.審單 == u"Y";
     showApproval(isApproved ? u"Y"_s : u"N"_s, header.審單人, header.審單日期, session.approvalParam != u"N");
-    int row = 0;
-    for (const RequisitionLine& line : requisition->lines)
-        if (row < document.depth) putLine(++row, line);
-    fml明細->setLineCount(row);
+    rows.show(requisition->lines);
     lastDocumentNumber = header.申購單號;
     loadedStamp = requisition->stamp;
     entry(this, u"txt速查單號"_s)->showText(QString());
@@ -247,20 +216,6 @@ void frm申購作業系統::lookUpDepartment() {
 
 // ---- lines ----
 
-RequisitionLine frm申購作業系統::lineAt(int row) const {
-    return recordOf(RequisitionLineColumns, fml明細->rowTexts(row));
-}
-void frm申購作業系統::putLine(int row, const RequisitionLine& line) {
-    fml明細->setRowTexts(row, textsOf(RequisitionLineColumns, line));
-}
-
-RequisitionLines frm申購作業系統::linesOnScreen() const {
-    RequisitionLines lines;
-    for (int row = 1; row <= fml明細->lineCount(); ++row)
-        lines.push_back(lineAt(row));
-    return lines;
-}
-
 bool frm申購作業系統::cellEdited(int row, const QString& title, bool) {
     if (title == u"數量")
         fml明細->setText(row, title, numberText(val(format(val(fml明細->text(row, title)), u"0.0000"))));
@@ -278,23 +233,22 @@ bool frm申購作業系統::runPick(int row, const QString& title) {
     session.pickParam = text;
     session.formulaMode = family();
     session.amountRight = rights.金額;
-    const auto rows = pickRows(process, requisitionItemPick(), this);
-    if (rows.empty() || rows.front().value(0).trimmed().isEmpty()) return false;
+    const auto pickedRows = pickRows(process, requisitionItemPick(), this);
+    if (pickedRows.empty() || pickedRows.front().value(0).trimmed().isEmpty()) return false;
     int at = row;
-    for (const QStringList& picked : rows) {
-        if (at > document.depth) break;
+    for (const QStringList& picked : pickedRows) {
         RequisitionLine line = lineOfItemPick(picked, family());
         if (at == row) {
-            const RequisitionLine here = lineAt(row);
+            const RequisitionLine here = rows.at(row);
             line.數量 = here.數量;
             line.已采購數 = here.已采購數;
         }
-        putLine(at, line);
+        rows.put(at, line);
         fml明細->countRow(at);
         at = fml明細->lineCount() + 1;
     }
     markModified(true);
-    fml明細->select(std::min(at - 1, document.depth), u"規格"_s);
+    fml明細->select(at - 1, u"規格"_s);
     showStock();
     return true;
 }
@@ -306,14 +260,16 @@ bool frm申購作業系統::resolveCode(int row, const QString& code) {
         item = findRequisitionItem(connection, family(), code);
     });
     if (!item) return false;
-    RequisitionLine line = lineAt(row);
-    const RequisitionLine found =
-        lineOfItemPick({item->code, item->name, item->規格, item->庫存, item->單位}, family());
+    RequisitionLine line = rows.at(row);
+    const RequisitionLine found = lineOfItemPick(
+        {item->code, item->name, item->規格, item->庫存, item->單位, item->單價, item->幣別, {}, item->楞別},
+        family());
     line.原料代號 = found.原料代號;
     line.原料名稱 = found.原料名稱;
     line.規格 = found.規格;
     line.單位 = found.單位;
-    putLine(row, line);
+    line.楞別 = found.楞別;
+    rows.put(row, line);
     fml明細->countRow(row);
     showStock();
     return true;
@@ -339,8 +295,7 @@ void frm申購作業系統::showStock() {
 
 RequisitionHeader frm申購作業系統::headerOnScreen() const {
     RequisitionHeader header;
-    for (const Binding& binding : bindings())
-        header.*binding.member = controlText(findChild<QWidget*>(binding.control)).trimmed();
+    takeFields(this, controls, header);
     header.審單 = approvalMark();
     header.審單人 = approvalPerson();
     header.審單日期 = approvalDate();
@@ -366,7 +321,7 @@ void frm申購作業系統::saveAs(const QString& parameter) {
         session.messages.warn(u"提示"_s, u"該單已審單,不允許修改"_s);
         return;
     }
-    if (const auto finding = checkRequisitionLines(linesOnScreen())) {
+    if (const auto finding = checkRequisitionLines(rows.all())) {
         showFinding(*finding);
         return;
     }
@@ -374,13 +329,8 @@ void frm申購作業系統::saveAs(const QString& parameter) {
         entry(this, u"txt經辦人代號"_s)->showText(QString());
     if (!isNew && !approving && !session.messages.ask(u"詢問"_s, u"確定更新此筆資料?"_s)) return;
     if (isNew && !drawNumber(requisitionNumbers())) return;
-    RequisitionSave save{headerOnScreen(),
-                         linesOnScreen(),
-                         isNew,
-                         lastDocumentNumber,
-                         loadedStamp,
-                         rights.審單 || rights.批轉,
-                         false};
+    RequisitionSave save{headerOnScreen(),           rows.all(), isNew, lastDocumentNumber, loadedStamp,
+                         rights.審單 || rights.批轉, false};
     const bool written = runSave(isNew, u"申購單號重複!"_s, true, [&](bool overwrite) {
         save.overwrite = overwrite;
         return saveRequisition(session, save);

@@ -1,5 +1,6 @@
 #pragma once
 #include "frame/document_screen.h"
+#include "frame/line_records_grid.h"
 #include "purchasing/requisition_store.h"
 
 namespace liaowu {
@@ -29,9 +30,6 @@ private:
     void fillLists();
     QString family() const;
     void lookUpDepartment();
-    RequisitionLine lineAt(int row) const;
-    void putLine(int row, const RequisitionLine& line);
-    RequisitionLines linesOnScreen() const;
     bool cellEdited(int row, const QString& title, bool batch);
     bool runPick(int row, const QString& title);
     bool resolveCode(int row, const QString& code);
@@ -41,6 +39,7 @@ private:
     RequisitionHeader headerOnScreen() const;
     void approve();
 
+    LineRecords<RequisitionLineColumns> rows;
     QString lastDocumentNumber;
     QString loadedStamp;
 };

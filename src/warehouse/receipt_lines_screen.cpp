@@ -32,31 +32,6 @@ void frm原料入庫作業::connectGrid() {
     };
 }
 
-// ---- rows as lines ----
-
-ReceiptLine frm原料入庫作業::lineAt(int row) const {
-    return recordOf(ReceiptLineColumns, fml明細->rowTexts(row));
-}
-
-void frm原料入庫作業::putLine(int row, const ReceiptLine& line) {
-    fml明細->setRowTexts(row, textsOf(ReceiptLineColumns, line));
-}
-
-ReceiptLines frm原料入庫作業::linesOnScreen() const {
-    ReceiptLines lines;
-    for (int row = 1; row <= fml明細->lineCount(); ++row)
-        lines.push_back(lineAt(row));
-    return lines;
-}
-
-void frm原料入庫作業::showLines(const ReceiptLines& lines) {
-    fml明細->clearGrid();
-    int row = 0;
-    for (const ReceiptLine& line : lines)
-        if (row < document.depth) putLine(++row, line);
-    fml明細->setLineCount(row);
-}
-
 // ---- typing ----
 
 bool frm原料入庫作業::mayType(const QString& title) const {
@@ -67,7 +42,7 @@ bool frm原料入庫作業::mayType(const QString& title) const {
 }
 
 bool frm原料入庫作業::cellEdited(int row, const QString& title, bool) {
-    ReceiptLine line = lineAt(row);
+    ReceiptLine line = rows.at(row);
     const auto quantity = [](const QString& text) { return format(val(text), u"0.0000"); };
     if (title == u"數量") {
         line.數量 = quantity(signedQuantity(line.數量, kind()));
@@ -80,7 +55,7 @@ bool frm原料入庫作業::cellEdited(int row, const QString& title, bool) {
     } else if (title == u"小紙數") {
         line.入庫數量 = signedQuantity(line.入庫數量, kind());
     }
-    putLine(row, line);
+    rows.put(row, line);
     if (title == u"數量" || title == u"單價" || title == u"單位") {
         fml明細->countRow(row);
         recalculateRows(row, row);
@@ -112,7 +87,7 @@ void frm原料入庫作業::recalculateRows(int from, int to) {
         if (session.category == u"紙板")
             weights = vendorWeights(connection, entry(this, u"txt廠商代號"_s)->text().trimmed());
         for (int row = from; row <= to; ++row) {
-            ReceiptLine line = lineAt(row);
+            ReceiptLine line = rows.at(row);
             const auto item = findReceiptItem(connection, session.category, line.原料代號.trimmed());
             try {
                 recalculateLine(line, {formulas, evaluator, session.category,
@@ -120,14 +95,14 @@ void frm原料入庫作業::recalculateRows(int from, int to) {
             } catch (const FormulaError&) {
                 session.messages.notice(u"第%1筆的計價公式無法計算,小計未變"_s.arg(row));
             }
-            putLine(row, line);
+            rows.put(row, line);
         }
     });
     showTotal();
 }
 
 void frm原料入庫作業::showTotal() {
-    putTotal(receiptTotal(linesOnScreen(), showAmounts));
+    putTotal(receiptTotal(rows.all(), showAmounts));
 }
 
 void frm原料入庫作業::putTotal(double total) {
@@ -175,7 +150,7 @@ void frm原料入庫作業::fillFromOrder() {
     discardTyping();
     field->showText(order);
     takeCurrency(currency, order);
-    showLines(lines);
+    rows.show(lines);
     recalculateRows(1, fml明細->lineCount());
     markModified(true);
     fml明細->setFocus(Qt::OtherFocusReason);
@@ -194,11 +169,11 @@ bool frm原料入庫作業::runPick(int row, const QString& title) {
 bool frm原料入庫作業::pickOrderLine(int row) {
     if (!openOrderPick(fml明細->text(row, u"採購單號"_s).trimmed())) return false;
     // A row that is only now being typed does not make the grid filled.
-    if (fml明細->lineCount() == 1 && row == 1 && lineAt(1).原料代號.isEmpty()) fml明細->setLineCount(0);
+    if (fml明細->lineCount() == 1 && row == 1 && rows.at(1).原料代號.isEmpty()) fml明細->setLineCount(0);
     takeCurrency(session.picked(10), session.picked(0));
-    ReceiptLine line = lineAt(row);
+    ReceiptLine line = rows.at(row);
     putOrderPick(line, session.pickResult, kind(), showAmounts);
-    putLine(row, line);
+    rows.put(row, line);
     fml明細->countRow(row);
     recalculateRows(row, row);
     return true;
@@ -211,9 +186,9 @@ bool frm原料入庫作業::resolveItem(int row, const QString& code) {
         item = findReceiptItem(connection, session.category, code);
     });
     if (!item) return false;
-    ReceiptLine line = lineAt(row);
+    ReceiptLine line = rows.at(row);
     putItem(line, *item);
-    putLine(row, line);
+    rows.put(row, line);
     fml明細->countRow(row);
     recalculateRows(row, row);
     return true;
@@ -234,7 +209,7 @@ void frm原料入庫作業::cellEntered(int row, const QString& title) {
     button(this, u"scmd輔助"_s)->setEnabled(title == u"採購單號" || title == u"原料名稱");
     const LineColumn& column = document.lines[static_cast<size_t>(fml明細->column(title))];
     setStatus(6, column.money && !showAmounts ? MaskedMoney : fml明細->text(row, title));
-    const ReceiptLine line = lineAt(row);
+    const ReceiptLine line = rows.at(row);
     const bool quantities = title == u"數量" || title == u"小紙數";
     std::optional<OrderedQuantity> ordered;
     std::optional<ReceiptItem> item;

@@ -6,33 +6,13 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
-const std::vector<ReceiptBinding>& receiptBindings() {
-    static const std::vector<ReceiptBinding> bindings{
-        {u"txt入庫單號"_s, &ReceiptHeader::入庫單號},   {u"txt入庫日期"_s, &ReceiptHeader::入庫日期},
-        {u"txt業務員代號"_s, &ReceiptHeader::經辦代號}, {u"lbl業務員名稱"_s, &ReceiptHeader::經辦名稱},
-        {u"txt廠商代號"_s, &ReceiptHeader::廠商代號},   {u"lbl廠商簡稱"_s, &ReceiptHeader::廠商簡稱},
-        {u"txt採購單號"_s, &ReceiptHeader::採購單號},   {u"txt備註"_s, &ReceiptHeader::備註},
-        {u"Cbo單別"_s, &ReceiptHeader::單別},           {u"cbo幣別"_s, &ReceiptHeader::幣別},
-        {u"txt廠商單號"_s, &ReceiptHeader::廠商單號},   {u"txt付款年月"_s, &ReceiptHeader::付款年月},
-        {u"Cbo倉別"_s, &ReceiptHeader::倉別},           {u"txt對帳日期"_s, &ReceiptHeader::對帳日期},
-        {u"txt檢驗單號"_s, &ReceiptHeader::檢驗單號},
-    };
-    return bindings;
-}
-
 namespace {
 
-enum : unsigned { Typed = 1, Entry = 2, Pick = 4, Upper = 8, Right = 16, Money = 32, BoardOnly = 64 };
-
-struct ColumnRow {
-    const char16_t* title;
-    int width, limit, filter;
-    unsigned flags;
-};
+using namespace column_flags;
 
 /// Width in twips, limit in Big5 bytes, filter mode; Entry marks where Enter stops. What the order line hands over is not
 /// typed.
-constexpr ColumnRow columns[] = {
+constexpr LineColumnRow columns[] = {
     {u"採購單號", 1250, 30, 0, Typed | Entry | Pick | Upper},
     {u"原料代號", 1300, 30, 0, Typed | Upper},
     {u"原料名稱", 1700, 30, 0, Typed | Pick},
@@ -84,12 +64,7 @@ DocumentSpec receiptDocumentSpec(const QString& category) {
         {Kind::Entry, u"txt對帳日期"_s, u"對帳月份"_s, 2, 3, 90, 6, 1},
         {Kind::Entry, u"txt備註"_s, u"備註"_s, 3, 0, 420, 200, 0, false, {}, {}, 3},
     };
-    for (const ColumnRow& row : columns) {
-        const bool hidden = (row.flags & BoardOnly) && category == u"物料";
-        spec.lines.push_back({QString::fromUtf16(row.title), hidden ? 0 : row.width, row.limit, row.filter,
-                              bool(row.flags & Typed), bool(row.flags & Entry), bool(row.flags & Pick),
-                              bool(row.flags & Upper), bool(row.flags & Right), bool(row.flags & Money)});
-    }
+    spec.lines = lineColumns(columns, category != u"物料");
     spec.frozenTitle = u"採購單號"_s;
     spec.approval.kind = u"復核"_s;
     spec.approval.markField = u"txt復核"_s;
@@ -105,26 +80,16 @@ DocumentSpec receiptDocumentSpec(const QString& category) {
 }
 
 void buildReceiptFooter(QHBoxLayout* line, QWidget* owner) {
-    const auto value = [&](QHBoxLayout* into, QWidget* parent, const QString& name, const QString& caption) {
-        auto* text = new QLabel(caption, parent);
-        text->setProperty("caption", true);
-        into->addWidget(text);
-        auto* shown = new QLabel(parent);
-        shown->setObjectName(name);
-        shown->setProperty("valueLabel", true);
-        into->addWidget(shown);
-        into->addSpacing(7);
-    };
     auto* quantities = new QWidget(owner);
     quantities->setObjectName(u"pic數量"_s);
     auto* inner = new QHBoxLayout(quantities);
     inner->setContentsMargins(6, 0, 0, 0);
     inner->setSpacing(5);
-    value(inner, quantities, u"lbl應入數"_s, u"應入數"_s);
-    value(inner, quantities, u"lbl未入數"_s, u"未入數"_s);
+    addFigure(inner, quantities, u"lbl應入數"_s, u"應入數"_s);
+    addFigure(inner, quantities, u"lbl未入數"_s, u"未入數"_s);
     quantities->hide();
     line->addWidget(quantities);
-    value(line, owner, u"lbl庫存"_s, u"庫存"_s);
+    addFigure(line, owner, u"lbl庫存"_s, u"庫存"_s);
     line->addStretch(1);
     auto* caption = new QLabel(u"合計:"_s, owner);
     caption->setObjectName(u"lbl合計"_s);

@@ -20,19 +20,16 @@ using namespace Qt::StringLiterals;
 namespace {
 
 ScreenInfo infoOf(const Session& session) {
-    ScreenInfo info;
-    info.name = u"frm原料入庫作業"_s;
-    info.title = session.category == u"物料" ? session.category + u"入庫作業系統"_s : u"原料入庫作業"_s;
-    info.moduleKey = u"frm%1入庫作業"_s.arg(session.category);
-    info.table = u"原料入庫資料"_s;
-    info.keyColumn = u"入庫單號"_s;
-    info.keyField = u"txt入庫單號"_s;
-    info.recordWord = u"入庫單號"_s;
-    info.addingText = u"新增中..."_s;
-    info.tools = {u"add"_s,  u"edit"_s,  u"del"_s,      u"search"_s, u"save"_s, u"reload"_s,
-                  u"|"_s,    u"first"_s, u"previous"_s, u"next"_s,   u"last"_s, u"|"_s,
-                  u"審核"_s, u"print"_s, u"|"_s,        u"exit"_s};
-    return info;
+    return {.name = u"frm原料入庫作業"_s,
+            .title = session.category == u"物料" ? session.category + u"入庫作業系統"_s : u"原料入庫作業"_s,
+            .moduleKey = u"frm%1入庫作業"_s.arg(session.category),
+            .table = u"原料入庫資料"_s,
+            .keyColumn = u"入庫單號"_s,
+            .keyField = u"txt入庫單號"_s,
+            .recordWord = u"入庫單號"_s,
+            .addingText = u"新增中..."_s,
+            .tools = {u"add"_s, u"edit"_s, u"del"_s, u"search"_s, u"save"_s, u"reload"_s, u"|"_s, u"first"_s,
+                      u"previous"_s, u"next"_s, u"last"_s, u"|"_s, u"審核"_s, u"print"_s, u"|"_s, u"exit"_s}};
 }
 
 } // namespace
@@ -43,7 +40,7 @@ void registerReceiptScreen(Process& process) {
 }
 
 frm原料入庫作業::frm原料入庫作業(Process& on)
-    : DocumentScreen(on, infoOf(on.session), receiptDocumentSpec(on.session.category)) {
+    : DocumentScreen(on, infoOf(on.session), receiptDocumentSpec(on.session.category)), rows(fml明細) {
     buildReceiptFooter(footer(), this);
     connectGrid();
     bindLookup(u"txt廠商代號"_s, u"scmd廠商代號"_s, [this](bool) { lookUpVendor(); });
@@ -96,14 +93,9 @@ void frm原料入庫作業::screenCommand(const QString& key) {
 // ---- states ----
 
 void frm原料入庫作業::fillLists() {
-    const auto fill = [this](const QString& name, const QStringList& items) {
-        auto* list = combo(this, name);
-        list->clear();
-        list->addItems(items);
-    };
-    fill(u"Cbo單別"_s, kinds);
-    fill(u"Cbo倉別"_s, QStringList(QString()) + stores);
-    fill(u"cbo幣別"_s, currencyNames);
+    setItems(this, u"Cbo單別"_s, kinds);
+    setItems(this, u"Cbo倉別"_s, QStringList(QString()) + stores);
+    setItems(this, u"cbo幣別"_s, currencyNames);
 }
 
 void frm原料入庫作業::showMoneyFields() {
@@ -151,13 +143,12 @@ int frm原料入庫作業::showRecord(const QString& key) {
     const ReceiptHeader& header = receipt->header;
     clearRecordPage();
     fillLists();
-    for (const ReceiptBinding& binding : receiptBindings())
-        setControlText(findChild<QWidget*>(binding.control), header.*binding.member);
+    showFields(this, ReceiptControls, header);
     showMoneyFields();
     button(this, u"scmd採購單號"_s)->setEnabled(true);
     isApproved = header.審核 == u"Y";
     showApproval(isApproved ? u"Y"_s : u"N"_s, header.審核人, header.審核日期);
-    showLines(receipt->lines);
+    rows.show(receipt->lines);
     savedNumber = header.入庫單號;
     loadedStamp = receipt->stamp;
     // What was posted is undone as it was stored, whatever the formulas make of it now.
@@ -208,8 +199,7 @@ void frm原料入庫作業::lookUpVendor() {
 
 ReceiptHeader frm原料入庫作業::headerOnScreen() const {
     ReceiptHeader header;
-    for (const ReceiptBinding& binding : receiptBindings())
-        header.*binding.member = controlText(findChild<QWidget*>(binding.control)).trimmed();
+    takeFields(this, ReceiptControls, header);
     header.類別 = session.category;
     header.合計 = entry(const_cast<frm原料入庫作業*>(this), u"txt合計備用"_s)->text();
     header.審核 = approvalMark();
@@ -255,8 +245,8 @@ void frm原料入庫作業::saveReceiptAs(const QString& parameter) {
         return;
     }
     if (!isNew && !approving && !session.messages.ask(u"詢問"_s, u"確定更新此筆資料?"_s)) return;
-    ReceiptSave save{headerOnScreen(), linesOnScreen(), savedLines,  isNew,
-                     savedNumber,      loadedStamp,     showAmounts, rights.審核 || rights.批核};
+    ReceiptSave save{headerOnScreen(), rows.all(),  savedLines,  isNew,
+                     savedNumber,      loadedStamp, showAmounts, rights.審核 || rights.批核};
     const bool written = runSave(isNew, u"入庫單號重複!"_s, true, [&](bool overwrite) {
         save.overwrite = overwrite;
         return saveReceipt(session, save);

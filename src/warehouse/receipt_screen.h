@@ -4,6 +4,7 @@
 #include "formula/evaluator.h"
 #include "formula/formula_definitions.h"
 #include "frame/document_screen.h"
+#include "frame/line_records_grid.h"
 #include "warehouse/receipt_store.h"
 
 namespace liaowu {
@@ -39,10 +40,6 @@ private:
 
     // lines
     void connectGrid();
-    ReceiptLine lineAt(int row) const;
-    void putLine(int row, const ReceiptLine& line);
-    ReceiptLines linesOnScreen() const;
-    void showLines(const ReceiptLines& lines);
     bool mayType(const QString& title) const;
     bool cellEdited(int row, const QString& title, bool batch);
     bool runPick(int row, const QString& title);
@@ -68,6 +65,7 @@ private:
     void finish(const ReceiptSave& save);
     void approve();
 
+    LineRecords<ReceiptLineColumns> rows;
     FormulaTable formulas;
     PhraseCache phraseCache;
     QStringList kinds, stores, currencyNames;

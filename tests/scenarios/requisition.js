@@ -137,6 +137,23 @@ equal(g.cell(1, "用途說明"), "補料", "what was typed stays");
 onMessage("列印", "列印功能尚未提供!", "ok");
 s.press("F4");
 
+// No line of a long document is lost.
+db.execute("insert into 原料申購資料 (申購單號,類別,申購日期,審單) values ('2503030777','物料','20250303','N')");
+for (let i = 1; i <= 400; ++i) db.execute("insert into 原料申購明細 (申購單號,原料代號,數量,序,已采購數) values ('2503030777','L" + i + "','" + i + "'," + i + ",'0')");
+s.set("txt速查單號", "2503030777");
+s.click("scmd速查");
+equal([g.lineCount, g.cell(400, "數量")], [400, "400"], "all lines are shown");
+onMessage("詢問", "確定更新此筆資料?", "yes");
+s.press("F8");
+equal(db.query("select sum(cast(數量 as float)) as 和 from 原料申購明細 where 申購單號='2503030777'")[0]["和"], 80200, "and saved");
+
+// Board by its exact code brings its unit and flute.
+const board = db.query("select top 1 浪紙代號,楞別 from 浪紙資料 where 楞別<>'' order by 浪紙代號")[0];
+s.press("F1");
+s.choose("Cbo類別", "紙板");
+g.type(1, "原料代號", board["浪紙代號"]);
+equal([g.cell(1, "單位"), g.cell(1, "楞別")], ["PC", board["楞別"]], "unit and flute");
+
 // Batch approval.
 db.execute("update 原料申購資料 set 審單=null where 申購單號 in (select top 3 申購單號 from 原料申購資料 order by 申購日期 desc,申購單號 desc)");
 clock("2025-01-15 08:30:00");
