@@ -44,7 +44,15 @@ DocumentScreen::DocumentScreen(Process& on, ScreenInfo info, DocumentSpec declar
         text->setAlignment(Qt::AlignCenter);
         stampLines->addWidget(text);
     }
-    cardLine->addWidget(stamp, 0, Qt::AlignTop);
+    readOnly = new QLabel(u"已%1 唯讀"_s.arg(document.approval.kind), card);
+    readOnly->setObjectName(u"lbl唯讀"_s);
+    readOnly->setAlignment(Qt::AlignCenter);
+    auto* approved = new QVBoxLayout;
+    approved->setSpacing(4);
+    approved->addWidget(stamp);
+    approved->addWidget(readOnly);
+    approved->addStretch(1);
+    cardLine->addLayout(approved);
     cardLine->addSpacing(14);
     auto* cardColumn = new QVBoxLayout(card);
     cardColumn->setContentsMargins(0, 2, 0, 2);
@@ -286,6 +294,7 @@ void DocumentScreen::showApproval(const QString& mark, const QString& person, co
     label(card, document.approval.personLabels + u"(0)"_s)->setText(person);
     label(card, document.approval.personLabels + u"(1)"_s)->setText(date);
     stamp->setVisible(mark == u"Y" && shown);
+    readOnly->setVisible(mark == u"Y" && shown);
 }
 
 void DocumentScreen::approvalStep(const std::function<bool()>& mayOpen, const std::function<void()>& save) {

@@ -91,6 +91,7 @@ private:
 
     QFrame* card;
     QFrame* stamp;
+    QLabel* readOnly;
     QHBoxLayout* footerLine;
 };
 

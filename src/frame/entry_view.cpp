@@ -178,19 +178,19 @@ void EntryCombo::showPopup() {
     if (!locked) QComboBox::showPopup();
 }
 
-void EntryCombo::paintEvent(QPaintEvent* event) {
-    QComboBox::paintEvent(event);
-    if (locked || !isEnabled()) return;
-    // The style sheet takes the arrow away: without it a list looks like a text.
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(0x6a, 0x7a, 0x8a), 1.5));
-    const QPointF tip(width() - 12, height() / 2.0 + 2);
-    painter.drawPolyline(QPolygonF{tip + QPointF(-4, -4), tip, tip + QPointF(4, -4)});
-}
-
 void EntryCombo::mousePressEvent(QMouseEvent* event) {
     if (!locked) QComboBox::mousePressEvent(event);
+}
+
+void EntryCombo::paintEvent(QPaintEvent* event) {
+    QComboBox::paintEvent(event);
+    if (locked) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(
+        QPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text), 1.3));
+    const QPointF tip(width() - 12, height() / 2.0 + 2);
+    painter.drawPolyline(QPolygonF{tip - QPointF(4, 4), tip, tip + QPointF(4, -4)});
 }
 
 } // namespace liaowu

@@ -62,8 +62,9 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showPopup() override;
-    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    /// Draws the mark that tells a list from a box to type in; a locked one has none.
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     bool locked = false;
