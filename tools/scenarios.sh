@@ -24,6 +24,6 @@ for script in tests/scenarios/*.js; do
     echo "$output"
 done
 touch "$work/shown"
-tools/unshown_messages.py "$work/shown"
+tools/messages.py unshown "$work/shown"
 echo "$passed passed, $failed failed"
 [ $failed -eq 0 ]

@@ -8,6 +8,7 @@
 #include "frame/process.h"
 #include <QDialog>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -49,10 +50,16 @@ public:
         confirm->setObjectName(u"scmd確定"_s);
         auto* cancel = new QPushButton(u"取 消"_s, this);
         cancel->setObjectName(u"scmd取消"_s);
-        for (QPushButton* made : {confirm, cancel})
+        auto* commands = new QHBoxLayout;
+        commands->setSpacing(12);
+        commands->addStretch(1);
+        for (QPushButton* made : {confirm, cancel}) {
             made->setAutoDefault(true);
-        grid->addWidget(confirm, 2, 1);
-        grid->addWidget(cancel, 2, 2);
+            made->setFixedWidth(90);
+            commands->addWidget(made);
+        }
+        commands->addStretch(1);
+        grid->addLayout(commands, 2, 0, 1, 4);
 
         code->showText(session.salesmanCode);
         name->showText(session.salesmanName);

@@ -44,7 +44,15 @@ DocumentScreen::DocumentScreen(Process& on, ScreenInfo info, DocumentSpec declar
         text->setAlignment(Qt::AlignCenter);
         stampLines->addWidget(text);
     }
-    cardLine->addWidget(stamp, 0, Qt::AlignTop);
+    readOnly = new QLabel(u"已%1 唯讀"_s.arg(document.approval.kind), card);
+    readOnly->setObjectName(u"lbl唯讀"_s);
+    readOnly->setAlignment(Qt::AlignCenter);
+    auto* approved = new QVBoxLayout;
+    approved->setSpacing(4);
+    approved->addWidget(stamp);
+    approved->addWidget(readOnly);
+    approved->addStretch(1);
+    cardLine->addLayout(approved);
     cardLine->addSpacing(14);
     auto* cardColumn = new QVBoxLayout(card);
     cardColumn->setContentsMargins(0, 2, 0, 2);
@@ -235,9 +243,11 @@ bool DocumentScreen::runSave(bool isNew, const QString& duplicate, bool alsoOnEd
     try {
         const std::optional<SaveConflict> conflict = busily(false);
         if (conflict) {
-            const QString text =
-                u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict->person, conflict->time);
-            if (!session.messages.ask(u"詢問"_s, text, false)) return false;
+            if (!session.messages.ask(
+                    u"詢問"_s,
+                    u"此單開啟後已由%1於%2修改,確定以畫面資料覆蓋?"_s.arg(conflict->person, conflict->time),
+                    false))
+                return false;
             busily(true);
         }
         return true;
@@ -298,6 +308,7 @@ void DocumentScreen::showApproval(const QString& mark, const QString& person, co
     label(card, document.approval.personLabels + u"(0)"_s)->setText(person);
     label(card, document.approval.personLabels + u"(1)"_s)->setText(date);
     stamp->setVisible(mark == u"Y" && shown);
+    readOnly->setVisible(mark == u"Y" && shown);
 }
 
 void DocumentScreen::approvalStep(const std::function<bool()>& mayOpen, const std::function<void()>& save) {

@@ -96,6 +96,7 @@ private:
 
     QFrame* card;
     QFrame* stamp;
+    QLabel* readOnly;
     QHBoxLayout* footerLine;
 };
 

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStyle>
 #include <QWheelEvent>
 
@@ -179,6 +180,17 @@ void EntryCombo::showPopup() {
 
 void EntryCombo::mousePressEvent(QMouseEvent* event) {
     if (!locked) QComboBox::mousePressEvent(event);
+}
+
+void EntryCombo::paintEvent(QPaintEvent* event) {
+    QComboBox::paintEvent(event);
+    if (locked) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(
+        QPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text), 1.3));
+    const QPointF tip(width() - 12, height() / 2.0 + 2);
+    painter.drawPolyline(QPolygonF{tip - QPointF(4, 4), tip, tip + QPointF(4, -4)});
 }
 
 } // namespace liaowu

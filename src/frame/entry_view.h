@@ -63,6 +63,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void showPopup() override;
     void mousePressEvent(QMouseEvent* event) override;
+    /// Draws the mark that tells a list from a box to type in; a locked one has none.
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     bool locked = false;

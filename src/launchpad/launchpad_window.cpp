@@ -145,6 +145,9 @@ QWidget* LaunchpadWindow::buildFunctions() {
             grid->addWidget(made, n / 3, n % 3);
             ++n;
         }
+        // Empty places keep the columns of all groups in line.
+        for (; n < 3; ++n)
+            grid->addWidget(new QWidget(card), 0, n);
         for (int c = 0; c < 3; ++c)
             grid->setColumnStretch(c, 1);
         lines->addLayout(grid);

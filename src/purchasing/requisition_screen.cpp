@@ -150,8 +150,9 @@ QString frm申購作業系統::family() const {
 
 void frm申購作業系統::fillLists() {
     setItems(this, u"Cbo類別"_s, {u"紙板"_s, u"物料"_s});
-    setItems(this, u"Cbo請購原因"_s, phrases(session, u"BU-請購類別"_s));
-    setItems(this, u"Cbo庫別"_s, phrases(session, u"BV_庫別"_s));
+    // Nobody chose a reason or a warehouse that merely stands first.
+    setItems(this, u"Cbo請購原因"_s, QStringList(QString()) + phrases(session, u"BU-請購類別"_s));
+    setItems(this, u"Cbo庫別"_s, QStringList(QString()) + phrases(session, u"BV_庫別"_s));
 }
 
 void frm申購作業系統::clearRecordPage() {

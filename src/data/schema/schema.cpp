@@ -34,7 +34,7 @@ QStringList statementsOf(QStringView file) {
     registerSchemaFiles();
     QFile source(u":/schema/%1.sql"_s.arg(file));
     if (!source.open(QIODevice::ReadOnly))
-        throw DatabaseError(DatabaseError::Usage, u"程式內沒有資料庫結構 "_s + file.toString());
+        throw DatabaseError(DatabaseError::Usage, u"程式內沒有資料庫結構 %1"_s.arg(file));
     static const QRegularExpression separator(u"^go\\s*$"_s, QRegularExpression::MultilineOption);
     QStringList statements;
     for (const QString& piece : withoutComments(QString::fromUtf8(source.readAll())).split(separator))
