@@ -177,9 +177,9 @@ void DocumentScreen::markFormula(int row, bool evaluated) {
 }
 
 void DocumentScreen::tellFormulaFault(Speak speak) {
-    const auto tell = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
-    if (speak == Speak::Now) tell();
-    if (speak == Speak::Later) fml明細->speakLater(tell);
+    const auto speech = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
+    if (speak == Speak::Now) speech();
+    if (speak == Speak::Later) fml明細->speakLater(speech);
 }
 
 bool DocumentScreen::screenKey(int key, Qt::KeyboardModifiers) {
