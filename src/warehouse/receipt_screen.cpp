@@ -265,9 +265,8 @@ void frm原料入庫作業::finish(const ReceiptSave& save) {
     showApproval(header.審核, isApproved ? header.審核人 : QString(),
                  isApproved ? header.審核日期 : QString());
     markModified(false);
-    showFigures();
     session.messages.inform(save.isNew ? u"資料儲存"_s : u"資料更新"_s, u"資料儲存完畢!"_s);
-    if (!save.isNew) return;
+    if (!save.isNew) return showFigures();
     reloadBrowse();
     gotoRecord(header.入庫單號);
 }
