@@ -168,6 +168,20 @@ void DocumentScreen::deleteLine() {
     fml明細->setFocus();
 }
 
+void DocumentScreen::markFormula(int row, bool evaluated) {
+    if (evaluated) {
+        fml明細->unmarkCell(row, u"小計"_s);
+    } else {
+        fml明細->markCell(row, u"小計"_s, FaultColour, u"計價公式無法計算"_s);
+    }
+}
+
+void DocumentScreen::tellFormulaFault(Speak speak) {
+    const auto speech = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
+    if (speak == Speak::Now) speech();
+    if (speak == Speak::Later) fml明細->speakLater(speech);
+}
+
 bool DocumentScreen::screenKey(int key, Qt::KeyboardModifiers) {
     if (key != Qt::Key_F6 || (mode() != ModeAdd && mode() != ModeEdit)) return false;
     // The editor and the list of a cell are the grid's own.

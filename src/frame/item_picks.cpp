@@ -68,9 +68,10 @@ std::vector<SqlText> openOrderLineStatements(const Session& session, const PickI
     statement += board ? sql(u"left JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code)
                        : sql(u"inner JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code);
     statement += orderLineCondition(session, input);
-    statement += board
-                     ? sql(u"and 採購資料.廠商代號 = '{}' ", session.pickVendor)
-                     : sql(u"and (採購資料.廠商代號 = '{}' or 採購資料.廠商代號 = '') ", session.pickVendor);
+    statement +=
+        board ? sql(u"and 採購資料.廠商代號 = '{}' ", session.pickVendor)
+              : sql(u"and (採購資料.廠商代號 = '{}' or 採購資料.廠商代號 = '' or 採購資料.廠商代號 is null) ",
+                    session.pickVendor);
     statement += sql(u"and 送清<> 'Y'  ");
     if (!input.checked)
         statement += sql(

@@ -12,12 +12,6 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QColor FaultColour(0xff, 0xd6, 0xd6);
-
-} // namespace
-
 void frm採購作業系統::connectGrid() {
     auto& events = fml明細->events;
     events.mayType = [this](int, const QString& title) { return mayType(title); };
@@ -128,15 +122,12 @@ void frm採購作業系統::recalculate(int row, Speak speak) {
         evaluated = false;
     }
     rows.put(row, line);
+    markFormula(row, evaluated);
     if (evaluated) {
-        fml明細->unmarkCell(row, u"小計"_s);
         showTotal();
-        return;
+    } else {
+        tellFormulaFault(speak);
     }
-    fml明細->markCell(row, u"小計"_s, FaultColour, u"計價公式無法計算"_s);
-    const auto tell = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
-    if (speak == Speak::Now) tell();
-    if (speak == Speak::Later) fml明細->speakLater(tell);
 }
 
 void frm採購作業系統::showTotal() {

@@ -59,8 +59,6 @@ private:
     bool pickItem(int row);
     /// A pasted code is taken when the column's pick window offers exactly this one.
     bool resolvePasted(int row, const QString& title, const QString& code);
-    /// When a formula that cannot be evaluated is told; its cell is marked in any case.
-    enum class Speak { Now, Later, Never };
     void takeItem(int row, const QStringList& picked, Speak speak);
     void takeWorkOrder(int row, const QStringList& picked, Speak speak);
     /// What a pick window reads besides its filter.
