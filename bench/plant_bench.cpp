@@ -14,11 +14,6 @@ void Silent::show(Icon, const QString& title, const QString& text) {
     std::exit(1);
 }
 
-void row(const QString& name, double ours, double limit) {
-    std::printf("%-44s %12.1f us %12.1f us %8.2f x\n", qPrintable(name), ours, limit,
-                limit > 0 ? ours / limit : 0);
-}
-
 int PlantBench::open(int argc, char** argv) {
     if (argc < 2) {
         std::fprintf(stderr, "usage: %s PLANT.db [ROUNDS]\n", argv[0]);

@@ -1,9 +1,9 @@
 #pragma once
 #include "common/messages.h"
 #include "common/session.h"
+#include "measures.h"
 #include "purchasing/order_store.h"
 #include "raw_replay.h"
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -18,17 +18,6 @@ public:
 protected:
     void show(Icon icon, const QString& title, const QString& text) override;
 };
-
-template <typename Work>
-double microseconds(Work work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return static_cast<double>(timer.nsecsElapsed()) / 1000;
-}
-
-/// A line of the printed table, both in microseconds; a limit of 0 is none.
-void row(const QString& name, double ours, double limit);
 
 /// A copy of a demo plant and a client on it without a screen. The clock stands at 2025-03-03.
 struct PlantBench {

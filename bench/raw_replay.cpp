@@ -1,6 +1,5 @@
 #include "raw_replay.h"
 #include "data/dialect/dialect.h"
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <sqlite3.h>
@@ -32,9 +31,10 @@ RawEngine::~RawEngine() {
     sqlite3_close(handle);
 }
 
-void RawEngine::run(const QString& statement) {
+qint64 RawEngine::run(const QString& statement) {
     check(sqlite3_exec(handle, statement.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK,
           handle, statement);
+    return sqlite3_changes64(handle);
 }
 
 sqlite3_stmt* RawEngine::statementOf(const QString& native) {
@@ -63,11 +63,6 @@ void RawEngine::play(const Recording& recording) {
         check(code == SQLITE_DONE, handle, recorded.native);
         sqlite3_reset(statement);
     }
-}
-
-double median(std::vector<double> times) {
-    std::sort(times.begin(), times.end());
-    return times.empty() ? 0 : times[times.size() / 2];
 }
 
 } // namespace liaowu

@@ -44,15 +44,13 @@ public:
     void prepare(const Recording& recording);
     /// Sends all of it, reading every row to its end.
     void play(const Recording& recording);
-    void run(const QString& statement);
+    /// Gives the number of rows changed.
+    qint64 run(const QString& statement);
 
 private:
     sqlite3_stmt* statementOf(const QString& native);
     sqlite3* handle = nullptr;
     QHash<QString, sqlite3_stmt*> prepared;
 };
-
-/// Median of durations in microseconds.
-double median(std::vector<double> times);
 
 } // namespace liaowu

@@ -11,7 +11,6 @@
 #include "warehouse/receipt_pricing.h"
 #include "warehouse/receipt_queries.h"
 #include "warehouse/receipt_store.h"
-#include <QFile>
 #include <cstdio>
 
 using namespace liaowu;
@@ -21,14 +20,6 @@ namespace {
 
 /// Rows that a screen asks for before it paints.
 constexpr int PageRows = 40;
-
-double residentMebibytes() {
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly)) return 0;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
-    return 0;
-}
 
 struct ReceiptBench : PlantBench {
     int orders = 0;

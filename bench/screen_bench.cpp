@@ -1,25 +1,18 @@
 // The client as a person feels it: start, keystroke, moving through the grid, memory.
-//   screen_bench SMALL.db LARGE.db     (demo plants of scale 1 and 50)
+//   screen_bench SMALL.db LARGE.db [start|order|search|fill]     (demo plants of scale 1 and 50)
 // Start counts from exec to the paint of a key sent to the first field; its limit is the same widgets over an
 // empty database.
 #include "app/dispatch.h"
 #include "app/launch_string.h"
+#include "client_bench.h"
 #include "data/connection_string.h"
-#include "data/recordset.h"
 #include "data/schema/schema.h"
 #include "frame/base_screen.h"
-#include "frame/entry_view.h"
 #include "frame/line_grid.h"
-#include "frame/process.h"
 #include "frame/style_view.h"
-#include "raw_replay.h"
 #include <QApplication>
-#include <QDialog>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QPointer>
+#include <QLineEdit>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 #include <chrono>
 #include <cstdio>
@@ -29,35 +22,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Answers nothing and shows nothing: what is measured is the program.
-class BenchDesktop : public Desktop {
-public:
-    bool ask(const QString&, const QString&, bool) override { return true; }
-    int runModal(QDialog&) override { return 0; }
-    bool progress(const QString&, int, int) override { return true; }
-    void present(QWidget& screen) override {
-        screen.resize(1366, 740);
-        screen.show();
-        QApplication::setActiveWindow(&screen);
-    }
-    QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
-    QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
-    void endProcess() override {}
-
-protected:
-    void show(Icon, const QString&, const QString&) override {}
-};
-
 qint64 nowMicroseconds() {
     using namespace std::chrono;
-    return duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
-}
-
-void settle() {
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents();
-    }
+    return duration_cast<std::chrono::microseconds>(system_clock::now().time_since_epoch()).count();
 }
 
 /// Child: opens the window of this kind, sends a key, and prints when it was painted, since `started`.
@@ -112,108 +79,22 @@ double startOf(const QString& kind, const QString& database) {
     return median(times) / 1000;
 }
 
-double worst(const std::vector<double>& times) {
-    return times.empty() ? 0 : *std::max_element(times.begin(), times.end());
-}
-
-double residentMegabytes() {
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly)) return 0;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
-    return 0;
-}
-
-/// Makes an order of 350 lines out of the busiest items, and gives its number.
-QString largeOrder(ConnectionPool& pool, const QString& target) {
-    Connection connection(pool, target);
-    const QString number = u"250301001"_s;
-    connection.Execute(sql(
-        u"insert into 採購資料 (採購單號,類別,採購日期,廠商代號,廠商簡稱,幣別,採購類別,審單,製單時間) values "
-        u"('{}','物料','20250301','V001','甲','台幣','庫存','N','2025-03-01 08:00:00')",
-        number));
-    Recordset items = select(
-        connection,
-        sql(u"select top 350 原料代號,max(原料名稱) as 名稱,count(*) as n from 採購明細資料 inner join "
-            u"採購資料 on 採購資料.採購單號=採購明細資料.採購單號 where 類別='物料' group by 原料代號 order "
-            u"by n desc"));
-    Transaction transaction(connection);
-    Recordset lines;
-    lines.Open(sql(u"select * from 採購明細資料 where 1<>1"), connection, Cursor::Batch);
-    for (int i = 1; i <= 350; ++i) {
-        lines.AddNew();
-        lines.set(u"採購單號", number);
-        lines.set(u"序", double(i));
-        lines.set(u"原料代號", items.text(0));
-        lines.set(u"原料名稱", items.text(1));
-        lines.set(u"數量", u"10"_s);
-        lines.set(u"單價", u"5"_s);
-        lines.set(u"小計", u"50"_s);
-        lines.set(u"單位", u"PCS"_s);
-        lines.set(u"寬剖", u"1"_s);
-        lines.set(u"已入庫數", u"0"_s);
-        lines.set(u"未交數", u"10"_s);
-        lines.set(u"送清", u"N"_s);
-        items.MoveNext();
-        if (items.EOF_()) items.MoveFirst();
-    }
-    lines.UpdateBatch();
-    transaction.commit();
-    return number;
-}
-
-void screenFigures(const QString& large) {
-    BenchDesktop desktop;
-    Process process(desktop);
-    registerEverything(process);
+void startFigures(const QString& smallPlant, const QString& largePlant) {
+    const double empty = startOf(u"empty"_s, {});
     QTemporaryDir folder;
-    const QString file = folder.filePath(u"plant.db"_s);
-    QFile::copy(large, file);
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
-    const QString target = connectionStringFor(file);
-    const QString number = largeOrder(process.pool, target);
-    ScreenFrame* screen = launch(process, composeLaunch({target, u"物料採購作業"_s, u"admin"_s, u"Y"_s, {}}));
-    for (int i = 0; i < 200 && !screen->isActivated(); ++i)
-        settle();
-    settle();
-    auto* find = screen->findChild<QLineEdit*>(u"txt速查單號"_s);
-    find->setFocus();
-    QTest::keyClicks(find, number);
-    QTest::keyClick(find, Qt::Key_Return);
-    settle();
-    auto* grid = screen->findChild<LineGrid*>(u"fml明細"_s);
-    if (grid->lineCount() != 350) {
-        std::fprintf(stderr, "the large order is not shown: %d lines\n", grid->lineCount());
-        std::exit(1);
+    const QString bare = folder.filePath(u"bare.db"_s);
+    {
+        ConnectionPool pool;
+        createSchema(pool, connectionStringFor(bare));
     }
-    std::printf("%-56s %10.1f MiB\n", "resident memory, order of 350 lines open", residentMegabytes());
-
-    const auto timed = [&](auto work) {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        settle();
-        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    };
-    grid->setFocus();
-    grid->select(1, u"大紙數"_s);
-    settle();
-    std::vector<double> moves, keys, ends;
-    for (int i = 0; i < 300; ++i)
-        moves.push_back(timed([&] { QTest::keyClick(grid, Qt::Key_Down); }));
-    for (int i = 0; i < 60; ++i) {
-        grid->select(1 + i * 5, u"大紙數"_s);
-        settle();
-        for (const char key : {'1', '2', '5'})
-            keys.push_back(timed([&] { QTest::keyClick(QApplication::focusWidget(), key); }));
-        ends.push_back(timed([&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); }));
-    }
-    std::printf("%-56s %10.2f ms median %8.2f ms worst\n", "moving the selection, stock panel included",
-                median(moves), worst(moves));
-    std::printf("%-56s %10.2f ms median %8.2f ms worst\n", "a keystroke in a cell", median(keys),
-                worst(keys));
-    std::printf("%-56s %10.2f ms median %8.2f ms worst\n",
-                "Enter after a quantity: line and total recalculated", median(ends), worst(ends));
+    const double widgets = startOf(u"widgets"_s, bare);
+    const double small = startOf(u"client"_s, smallPlant);
+    const double large = startOf(u"client"_s, largePlant);
+    std::printf("%-56s %10.1f ms\n", "start: an empty window", empty);
+    std::printf("%-56s %10.1f ms\n", "start: the same widgets, nothing to read", widgets);
+    std::printf("%-56s %10.1f ms %8.2f x the widgets\n", "start: order screen, scale 1", small,
+                small / widgets);
+    std::printf("%-56s %10.1f ms %8.2f x scale 1\n", "start: order screen, scale 50", large, large / small);
 }
 
 } // namespace
@@ -226,26 +107,27 @@ int main(int argc, char** argv) {
     const QStringList arguments = application.arguments();
     if (arguments.size() == 5 && arguments[1] == u"--start")
         return startChild(application, arguments[2], arguments[3], arguments[4].toLongLong());
-    if (arguments.size() != 3) {
-        std::fputs("usage: screen_bench SMALL.db LARGE.db\n", stderr);
+    const QStringList parts{u"start"_s, u"order"_s, u"search"_s, u"fill"_s};
+    const bool one = arguments.size() == 4 && parts.contains(arguments[3]);
+    if (arguments.size() != 3 && !one) {
+        std::fputs("usage: screen_bench SMALL.db LARGE.db [start|order|search|fill]\n", stderr);
         return 2;
     }
-    const double empty = startOf(u"empty"_s, {});
-    QTemporaryDir folder;
-    const QString bare = folder.filePath(u"bare.db"_s);
-    {
-        ConnectionPool pool;
-        createSchema(pool, connectionStringFor(bare));
+    if (!one) {
+        // Each in a process of its own, so that memory and caches are its own.
+        for (const QString& part : parts) {
+            QProcess child;
+            child.setProcessChannelMode(QProcess::ForwardedChannels);
+            child.start(QCoreApplication::applicationFilePath(), arguments.mid(1) + QStringList(part));
+            child.waitForFinished(-1);
+            if (child.exitStatus() != QProcess::NormalExit || child.exitCode() != 0) return 1;
+        }
+        return 0;
     }
-    const double widgets = startOf(u"widgets"_s, bare);
-    const double small = startOf(u"client"_s, arguments[1]);
-    const double large = startOf(u"client"_s, arguments[2]);
-    std::printf("%-56s %10.1f ms\n", "start: an empty window", empty);
-    std::printf("%-56s %10.1f ms\n", "start: the same widgets, nothing to read", widgets);
-    std::printf("%-56s %10.1f ms %8.2f x the widgets\n", "start: order screen, scale 1", small,
-                small / widgets);
-    std::printf("%-56s %10.1f ms %8.2f x scale 1\n", "start: order screen, scale 50", large, large / small);
     applyLook(application);
-    screenFigures(arguments[2]);
+    if (arguments[3] == u"start") startFigures(arguments[1], arguments[2]);
+    if (arguments[3] == u"order") orderFigures(arguments[2]);
+    if (arguments[3] == u"search") searchFigures(arguments[2]);
+    if (arguments[3] == u"fill") fillFigures(arguments[2]);
     return 0;
 }

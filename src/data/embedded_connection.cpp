@@ -51,19 +51,21 @@ void finish(sqlite3_stmt* statement) {
 
 void readRow(sqlite3_stmt* statement, int columns, RowBlock& rows) {
     for (int i = 0; i < columns; ++i) {
-        switch (sqlite3_column_type(statement, i)) {
+        // The connection has no locks of its own, so the value may be read as it stands, without finding it each time.
+        sqlite3_value* const value = sqlite3_column_value(statement, i);
+        switch (sqlite3_value_type(value)) {
         case SQLITE_NULL:
             rows.appendNull();
             break;
         case SQLITE_INTEGER:
-            rows.appendInteger(sqlite3_column_int64(statement, i));
+            rows.appendInteger(sqlite3_value_int64(value));
             break;
         case SQLITE_FLOAT:
-            rows.appendFloat(sqlite3_column_double(statement, i));
+            rows.appendFloat(sqlite3_value_double(value));
             break;
         default: {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
-            rows.appendText(text, sqlite3_column_bytes(statement, i));
+            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+            rows.appendText(text, sqlite3_value_bytes(value));
         }
         }
     }

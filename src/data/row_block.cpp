@@ -80,28 +80,31 @@ void RowBlock::reset(int cellsOfRow) {
 
 void RowBlock::addChunk() {
     finish();
-    chunks.emplace_back();
-    chunks.back().ends.reserve(static_cast<std::size_t>(width));
+    Chunk next;
+    const auto cells = static_cast<std::size_t>(width);
+    if (chunks.empty()) {
+        // Most reads are of one row.
+        next.bytes.reserve(cells * 16);
+        next.ends.reserve(cells);
+    } else {
+        // It will be about as large as the one before.
+        next.bytes.reserve(chunks.back().bytes.size() * 17 / 16);
+        next.ends.reserve(cells * rowsOfChunk);
+    }
+    chunks.push_back(std::move(next));
     cellsInLast = 0;
 }
 
-void RowBlock::close(Kind kind) {
-    Chunk& chunk = last();
-    const auto end = static_cast<quint64>(chunk.bytes.size());
-    if (end > endMask) throw DatabaseError(DatabaseError::Usage, QStringLiteral("查詢結果的資料量過大!"));
-    chunk.ends.push_back(static_cast<quint32>(kind) << 30 | static_cast<quint32>(end));
-    ++cellsInLast;
-    if (++cellsInRow == width) {
-        cellsInRow = 0;
-        ++rowCount;
-    }
+void RowBlock::refuseSize() {
+    throw DatabaseError(DatabaseError::Usage, QStringLiteral("查詢結果的資料量過大!"));
 }
 
 void RowBlock::finish() {
-    // A few rows are read and dropped at once: only a full chunk is worth a copy.
-    if (cellsInLast != width * rowsOfChunk || chunks.empty()) return;
-    chunks.back().bytes.squeeze();
-    chunks.back().ends.shrink_to_fit();
+    // A few rows are read and dropped at once: only what was reserved for many more is worth a copy.
+    if (chunks.empty() || (chunks.size() == 1 && cellsInLast != width * rowsOfChunk)) return;
+    Chunk& chunk = chunks.back();
+    if (chunk.bytes.capacity() - chunk.bytes.size() > chunk.bytes.capacity() / 8) chunk.bytes.shrink_to_fit();
+    if (chunk.ends.capacity() != chunk.ends.size()) chunk.ends.shrink_to_fit();
 }
 
 RowBlock::Cell RowBlock::cell(int row, int column) const {
@@ -110,13 +113,13 @@ RowBlock::Cell RowBlock::cell(int row, int column) const {
     const quint32 entry = chunk.ends[at];
     const quint32 begin = at == 0 ? 0 : chunk.ends[at - 1] & endMask;
     return {static_cast<Kind>(entry >> 30),
-            QByteArrayView(chunk.bytes.constData() + begin, (entry & endMask) - begin)};
+            QByteArrayView(chunk.bytes.data() + begin, (entry & endMask) - begin)};
 }
 
 qsizetype RowBlock::memory() const {
     qsizetype sum = 0;
     for (const Chunk& chunk : chunks)
-        sum += chunk.bytes.capacity() + static_cast<qsizetype>(chunk.ends.capacity() * sizeof(quint32));
+        sum += static_cast<qsizetype>(chunk.bytes.capacity() + chunk.ends.capacity() * sizeof(quint32));
     return sum;
 }
 

@@ -27,7 +27,7 @@ public:
     /// Cells come in order, row by row.
     void appendNull() { close(Kind::Null); }
     void appendText(const char* utf8, int size) {
-        last().bytes.append(utf8, size);
+        append(utf8, size);
         close(Kind::Text);
     }
     void appendFloat(double value) { appendBytes(Kind::Float, &value); }
@@ -46,7 +46,7 @@ private:
     static constexpr quint32 endMask = 0x3fffffff;
 
     struct Chunk {
-        QByteArray bytes;
+        std::vector<char> bytes;
         std::vector<quint32> ends;
     };
 
@@ -57,11 +57,26 @@ private:
     template <typename Number>
     void appendBytes(Kind kind, const Number* value) {
         static_assert(sizeof(Number) == 8);
-        last().bytes.append(reinterpret_cast<const char*>(value), 8);
+        append(reinterpret_cast<const char*>(value), 8);
         close(kind);
     }
+    void append(const char* bytes, int size) {
+        std::vector<char>& end = last().bytes;
+        end.insert(end.end(), bytes, bytes + size);
+    }
+    void close(Kind kind) {
+        Chunk& chunk = last();
+        const std::size_t end = chunk.bytes.size();
+        if (end > endMask) refuseSize();
+        chunk.ends.push_back(static_cast<quint32>(kind) << 30 | static_cast<quint32>(end));
+        ++cellsInLast;
+        if (++cellsInRow == width) {
+            cellsInRow = 0;
+            ++rowCount;
+        }
+    }
     void addChunk();
-    void close(Kind kind);
+    [[noreturn]] static void refuseSize();
 
     std::vector<Chunk> chunks;
     int width = 0;

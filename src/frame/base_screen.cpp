@@ -8,6 +8,7 @@
 #include "frame/tool_strip_view.h"
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -174,9 +175,13 @@ bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
         if (strip->has(tool)) runTool(tool);
         return true;
     };
+    // Where there is no record to move to, a list or a text has these keys; a combo would change its choice by them.
+    const auto moveBy = [&](const QString& tool) {
+        return isToolOn(tool) ? run(tool) : qobject_cast<QComboBox*>(focusWidget()) != nullptr;
+    };
     if (control) {
-        if (key == Qt::Key_Home) return run(u"first"_s);
-        if (key == Qt::Key_End) return run(u"last"_s);
+        if (key == Qt::Key_Home) return moveBy(u"first"_s);
+        if (key == Qt::Key_End) return moveBy(u"last"_s);
         return false;
     }
     switch (key) {
@@ -189,9 +194,9 @@ bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
     case Qt::Key_F4:
         return run(u"print"_s);
     case Qt::Key_PageUp:
-        return run(u"previous"_s);
+        return moveBy(u"previous"_s);
     case Qt::Key_PageDown:
-        return run(u"next"_s);
+        return moveBy(u"next"_s);
     case Qt::Key_Escape:
         close();
         return true;

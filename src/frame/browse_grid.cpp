@@ -85,6 +85,8 @@ void BrowseGrid::show(Recordset rows, const QHash<QString, int>& widths) {
     model_.show(std::move(rows));
     const QStringList titles = model_.rows().isOpen() ? model_.rows().columnNames() : QStringList();
     const int samples = std::min(lineCount(), 30);
+    // Each change of a width would order a second painting of all rows for later.
+    QSignalBlocker quiet(horizontalHeader());
     for (int c = 0; c < titles.size(); ++c) {
         int width = widths.value(titles[c], -1);
         if (width < 0) {
@@ -101,6 +103,8 @@ void BrowseGrid::show(Recordset rows, const QHash<QString, int>& widths) {
         setColumnHidden(c, width == 0);
         if (width > 0) setColumnWidth(c, width);
     }
+    quiet.unblock();
+    updateGeometries();
     if (lineCount() > 0) selectRow1(1);
 }
 
@@ -140,6 +144,12 @@ QStringList BrowseGrid::rowTexts(int row) const {
 void BrowseGrid::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         if (currentRow() > 0) Q_EMIT accepted(currentRow());
+        return;
+    }
+    // Rows are what is chosen here, so that the ends are those of the list.
+    const bool first = event->key() == Qt::Key_Home, last = event->key() == Qt::Key_End;
+    if ((first || last) && event->modifiers() == Qt::NoModifier) {
+        if (lineCount() > 0) selectRow1(first ? 1 : lineCount());
         return;
     }
     const QString text = event->text();

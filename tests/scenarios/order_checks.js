@@ -117,6 +117,9 @@ equal([s.open, stored()[0]["備註"]], [false, "再改"], "the key 儲存 ends w
 
 // ---- ends of the list ----
 s = launch({ function: "紙板採購作業", user: "admin" });
+const currency = s.get("cbo幣別");
+for (const key of ["PageUp", "PageDown", "Ctrl+Home", "Ctrl+End"]) s.key("cbo幣別", key);
+equal([s.mode, s.get("cbo幣別"), s.items("cbo幣別").length > 1], ["新增", currency, true], "a new order has no neighbours, and the currency stays");
 s.toolbar("edit");
 equal(s.get("txt採購單號"), number, "the last order comes first");
 const keys = db.query("select 採購單號 from 採購資料 where 類別='紙板' order by 製單時間,採購日期,採購單號").map(r => r["採購單號"]);

@@ -123,6 +123,12 @@ found(all, "both off again");
 s.click("scmd取消");
 equal([s.visible("span查詢條件"), s.focused(), g.lineCount], [false, "MSHFlexGrid1", all], "cancel goes back to the list as it was");
 
+// There is no record to move to, so that the keys which move there are the list's.
+const stands = key => { s.press(key); return g.currentRow(); };
+equal([stands("End"), stands("Home"), stands("Ctrl+End"), stands("Ctrl+Home")], [all, 1, all, 1], "to the ends of the list");
+const page2 = stands("PageDown");
+check(page2 > 10 && page2 < all && stands("PageDown") > page2 && stands("PageUp") === page2, "by pages");
+
 for (const control of ["txt查詢內容(0)", "txt查詢內容(3)", "sopt查詢條件(2)", "Chk查詢廠商", "scmd確定"]) {
     s.click("scmd查詢條件");
     s.key(control, "Esc");
