@@ -72,6 +72,12 @@ s.type("99");
 onWindow("frm採購輔助視窗", w => w.press("Esc"));
 s.press("F9");
 equal([s.grid("fml明細").cell(1, "採購單號"), s.grid("fml明細").cell(1, "數量")], ["250228901", "4.0000"], "a line keeps its order; typing and F9 open one window");
+onWindow("frm採購輔助視窗", w => { stage.failDatabaseAt(1); w.press("Enter"); });
+onMessage("取得採購單資料錯誤", "*");
+s.set("txt採購單號", "250228901");
+s.key("txt採購單號", "Enter");
+stage.failDatabaseAt(0);
+equal([s.grid("fml明細").lineCount, s.grid("fml明細").cell(1, "數量")], [1, "4.0000"], "lines that cannot be read leave those on the screen");
 
 // ---- closed months ----
 const held = stock(0);
