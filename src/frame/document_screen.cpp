@@ -82,7 +82,10 @@ DocumentScreen::DocumentScreen(Process& on, ScreenInfo info, DocumentSpec declar
         footerLine->addWidget(made);
         return made;
     };
-    connect(command(u"scmd刪除"_s, u"明細刪除"_s), &QPushButton::clicked, this, [this] { deleteLine(); });
+    QPushButton* remove = command(u"scmd刪除"_s, u"明細刪除"_s);
+    remove->setToolTip(u"Ctrl+Delete"_s);
+    connect(remove, &QPushButton::clicked, this, [this] { deleteLine(); });
+    connect(fml明細, &LineGrid::deleteAsked, remove, &QPushButton::click);
     connect(command(u"scmd輔助"_s, u"輔助 F9"_s), &QPushButton::clicked, this,
             [this] { fml明細->runPick(); });
     column->addWidget(bottom);

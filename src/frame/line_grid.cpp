@@ -360,6 +360,8 @@ void LineGrid::keyPressEvent(QKeyEvent* event) {
         moveToNextEntry();
         return;
     case Qt::Key_Delete:
+        if (event->modifiers() == Qt::ControlModifier) Q_EMIT deleteAsked();
+        return;
     case Qt::Key_F2:
         return;
     case Qt::Key_F7:

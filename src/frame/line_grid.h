@@ -164,6 +164,8 @@ public:
 
 Q_SIGNALS:
     void selectionMoved();
+    /// Ctrl+Delete on a row that is not being typed in.
+    void deleteAsked();
     void lineCountChanged();
 
 protected:

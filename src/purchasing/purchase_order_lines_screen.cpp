@@ -110,14 +110,18 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
 
 void frm採購作業系統::recalculate(int row, Speak speak) {
     OrderLine line = rows.at(row);
-    bool evaluated = true;
-    guarded(session, u"取得原料資料錯誤"_s, [&] {
+    const FormulaTable* table = nullptr;
+    const bool read = guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
+        table = &formulas.table(connection);
         if (const auto found = findItem(connection, session.category, line.原料代號.trimmed()))
             itemRow = *found;
     });
+    // What the line costs is not known: its amount stays, and is marked.
+    if (!read) return markFormula(row, false);
+    bool evaluated = true;
     try {
-        recalculateLine(line, {formulas, evaluator, session.category, itemRow.單位, canSeePrice});
+        recalculateLine(line, {*table, evaluator, session.category, itemRow.單位, canSeePrice});
     } catch (const FormulaError&) {
         evaluated = false;
     }

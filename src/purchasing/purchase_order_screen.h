@@ -79,7 +79,7 @@ private:
     void approve();
 
     LineRecords<OrderLineColumns> rows;
-    FormulaTable formulas;
+    FormulaBook formulas{FormulaOrder::ByCategory};
     PhraseCache phraseCache;
     CEval evaluator;
     ItemRow itemRow; ///< the last item that a look-up found: its 單位 chooses the formula

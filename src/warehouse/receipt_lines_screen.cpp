@@ -89,6 +89,7 @@ void frm原料入庫作業::recalculateRows(int from, int to, Speak speak, Stock
     bool faulty = false;
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
+        const FormulaTable& table = formulas.table(connection);
         std::vector<double> weights;
         if (session.category == u"紙板")
             weights = vendorWeights(connection, entry(this, u"txt廠商代號"_s)->text().trimmed());
@@ -101,8 +102,8 @@ void frm原料入庫作業::recalculateRows(int from, int to, Speak speak, Stock
                 item = findReceiptItem(connection, session.category, line.原料代號.trimmed());
             bool evaluated = true;
             try {
-                recalculateLine(line, {formulas, evaluator, session.category,
-                                       item ? item->stockUnit : QString(), weights, showAmounts});
+                recalculateLine(line, {table, evaluator, session.category, item ? item->stockUnit : QString(),
+                                       weights, showAmounts});
             } catch (const FormulaError&) {
                 evaluated = false;
                 faulty = true;

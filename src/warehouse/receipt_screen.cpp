@@ -61,7 +61,7 @@ void frm原料入庫作業::prepare() {
     session.amountRight = showAmounts;
     guarded(session, u"取得所有公式資料錯誤"_s, [this] {
         Connection connection(session.pool, session.connectionString);
-        formulas = loadFormulas(connection, FormulaOrder::ByPosition);
+        formulas.table(connection);
     });
     guarded(session, u"取得所有片語資料錯誤"_s, [this] { phraseCache = loadPhrases(session, u"AB-單位"_s); });
     kinds = phrasesOf(session, u"入庫"_s, u"BB-異動類別"_s);

@@ -72,7 +72,7 @@ private:
     void approve();
 
     LineRecords<ReceiptLineColumns> rows;
-    FormulaTable formulas;
+    FormulaBook formulas{FormulaOrder::ByPosition};
     PhraseCache phraseCache;
     QStringList kinds, stores, currencyNames;
     CEval evaluator;
