@@ -1,4 +1,5 @@
 #include "frame/item_picks.h"
+#include "common/rights.h"
 #include "common/session.h"
 
 namespace liaowu {
@@ -45,7 +46,8 @@ SqlText orderLineCondition(const Session& session, const PickInput& input) {
     return sql(u" Where (採購資料.採購單號 Like '{}%' or  採購明細資料.原料代號 Like '{}%' or  "
                u"採購明細資料.原料名稱 Like '{}%') and "
                u"採購資料.審單= 'Y' And 採購資料.類別 = '{}' ",
-               input.filter, input.filter, input.filter, session.formulaMode);
+               input.filter, input.filter, input.filter, session.formulaMode) +
+           readyMadeSql(scopeOn(session, u"採購資料"_s));
 }
 
 std::vector<SqlText> openOrderLineStatements(const Session& session, const PickInput& input) {
