@@ -34,5 +34,7 @@ launchpad launchpad
 10_search_conditions search_conditions
 11_batch batch
 12_no_amount no_amount
+13_paste paste
+14_return return
 PICTURES
 ls docs/pictures

@@ -2,7 +2,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-packages=(build-essential cmake ninja-build ccache pkg-config git clang-format
+packages=(build-essential python3 cmake ninja-build ccache pkg-config git clang-format
     qt6-base-dev qt6-base-dev-tools qt6-declarative-dev libqt6sql6-odbc qt6-translations-l10n libgl1-mesa-dev
     libsqlite3-dev unixodbc unixodbc-dev tdsodbc libsqliteodbc libxlsxwriter-dev
     libgtest-dev libbenchmark-dev libmuparser-dev fonts-noto-cjk)

@@ -31,6 +31,11 @@ FormulaTable loadFormulas(Connection& connection, FormulaOrder order) {
             : sql(u"select 單位1,單位2,計價單位,公式,序,類別,基本單位 from [採購計價公式] order by 序")));
 }
 
+const FormulaTable& FormulaBook::table(Connection& connection) {
+    if (!known) known = loadFormulas(connection, order);
+    return *known;
+}
+
 FormulaTable loadFormulasOf(Connection& connection, const QString& category) {
     return read(select(connection, sql(u"Select * From 採購計價公式 where 類別='{}'Order By 序", category)));
 }

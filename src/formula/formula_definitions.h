@@ -22,6 +22,20 @@ using FormulaTable = std::vector<PricingFormula>;
 enum class FormulaOrder { ByCategory, ByPosition };
 /// All formulas. Throws `DatabaseError`.
 FormulaTable loadFormulas(Connection& connection, FormulaOrder order);
+
+/// The formulas that a screen prices by. Without them a line would cost quantity × price, so that a reading that failed is
+/// tried again as long as it takes.
+class FormulaBook {
+public:
+    explicit FormulaBook(FormulaOrder readIn) : order(readIn) {}
+    /// Reads them at the first call that succeeds. Throws `DatabaseError`.
+    const FormulaTable& table(Connection& connection);
+
+private:
+    FormulaOrder order;
+    std::optional<FormulaTable> known;
+};
+
 /// The formulas of one 類別 by 序.
 FormulaTable loadFormulasOf(Connection& connection, const QString& category);
 

@@ -169,60 +169,49 @@ void ScreenFrame::hideTool(const QString& key) {
 }
 
 bool ScreenFrame::functionKey(int key, Qt::KeyboardModifiers modifiers) {
-    const bool control = modifiers & Qt::ControlModifier;
     if (modifiers & (Qt::AltModifier | Qt::ShiftModifier | Qt::MetaModifier)) return false;
-    const auto run = [&](const QString& tool) {
-        if (strip->has(tool)) runTool(tool);
-        return true;
-    };
     // Where there is no record to move to, a list or a text has these keys; a combo would change its choice by them.
     const auto moveBy = [&](const QString& tool) {
-        return isToolOn(tool) ? run(tool) : qobject_cast<QComboBox*>(focusWidget()) != nullptr;
+        if (!isToolOn(tool)) return qobject_cast<QComboBox*>(focusWidget()) != nullptr;
+        runTool(tool);
+        return true;
     };
-    if (control) {
+    if (modifiers & Qt::ControlModifier) {
         if (key == Qt::Key_Home) return moveBy(u"first"_s);
         if (key == Qt::Key_End) return moveBy(u"last"_s);
         return false;
     }
-    switch (key) {
-    case Qt::Key_F1:
-        return run(u"add"_s);
-    case Qt::Key_F2:
-        return run(u"search"_s);
-    case Qt::Key_F3:
-        return run(u"del"_s);
-    case Qt::Key_F4:
-        return run(u"print"_s);
-    case Qt::Key_PageUp:
-        return moveBy(u"previous"_s);
-    case Qt::Key_PageDown:
-        return moveBy(u"next"_s);
-    case Qt::Key_Escape:
+    if (key == Qt::Key_PageUp) return moveBy(u"previous"_s);
+    if (key == Qt::Key_PageDown) return moveBy(u"next"_s);
+    if (key == Qt::Key_Escape) {
         close();
         return true;
-    case Qt::Key_F8:
-        if (currentMode == ModeBatch) return run(u"save"_s);
-        // Unlike the toolbar's key, F8 keeps the screen open.
-        if (strip->isOn(u"save"_s) && !running) {
-            running = true;
-            const QPointer<ScreenFrame> alive(this);
-            endOpenEdit();
-            session.documentSaved = false;
-            const bool wasNew = currentMode == ModeAdd;
-            saveRecord();
-            if (!alive) return true;
-            running = false;
-            if (session.documentSaved && !session.screenFunction.isEmpty()) {
-                const QString saved = currentKey;
-                if (wasNew) reloadBrowse();
-                gotoRecord(saved);
-                showNotice(u"已儲存 %1"_s.arg(saved));
-            }
-        }
-        return true;
-    default:
-        return false;
     }
+    const QString tool = toolOfFunctionKey(about.tools, key);
+    if (tool.isEmpty()) return false;
+    if (tool == u"save" && currentMode != ModeBatch) {
+        saveAndStay();
+    } else if (isToolShown(tool)) {
+        runTool(tool);
+    }
+    return true;
+}
+
+void ScreenFrame::saveAndStay() {
+    if (!strip->isOn(u"save"_s) || running) return;
+    running = true;
+    const QPointer<ScreenFrame> alive(this);
+    endOpenEdit();
+    session.documentSaved = false;
+    const bool wasNew = currentMode == ModeAdd;
+    saveRecord();
+    if (!alive) return;
+    running = false;
+    if (!session.documentSaved || session.screenFunction.isEmpty()) return;
+    const QString saved = currentKey;
+    if (wasNew) reloadBrowse();
+    gotoRecord(saved);
+    showNotice(u"已儲存 %1"_s.arg(saved));
 }
 
 bool ScreenFrame::enterKey(QWidget* target) {

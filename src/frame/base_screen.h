@@ -133,6 +133,8 @@ protected:
 private:
     void activate();
     bool functionKey(int key, Qt::KeyboardModifiers modifiers);
+    /// What F8 does: unlike the toolbar's key it keeps the screen open.
+    void saveAndStay();
     bool enterKey(QWidget* target);
     void move(const QString& where);
     bool standOnRecord(bool forward);

@@ -2,6 +2,7 @@
 #include "common/session.h"
 #include "common/text_values.h"
 #include <QHeaderView>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -58,6 +59,7 @@ BrowseGrid::BrowseGrid(const QString& name, const Session& session, QWidget* par
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false);
     setWordWrap(false);
+    setAttribute(Qt::WA_InputMethodEnabled);
     setCornerButtonEnabled(false);
     verticalHeader()->setVisible(false);
     verticalHeader()->setDefaultSectionSize(22);
@@ -159,6 +161,11 @@ void BrowseGrid::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QTableView::keyPressEvent(event);
+}
+
+void BrowseGrid::inputMethodEvent(QInputMethodEvent* event) {
+    if (!event->commitString().isEmpty()) Q_EMIT letterTyped(event->commitString());
+    event->accept();
 }
 
 void BrowseGrid::mousePressEvent(QMouseEvent* event) {

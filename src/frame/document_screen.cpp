@@ -82,7 +82,10 @@ DocumentScreen::DocumentScreen(Process& on, ScreenInfo info, DocumentSpec declar
         footerLine->addWidget(made);
         return made;
     };
-    connect(command(u"scmd刪除"_s, u"明細刪除"_s), &QPushButton::clicked, this, [this] { deleteLine(); });
+    QPushButton* remove = command(u"scmd刪除"_s, u"明細刪除"_s);
+    remove->setToolTip(u"Ctrl+Delete"_s);
+    connect(remove, &QPushButton::clicked, this, [this] { deleteLine(); });
+    connect(fml明細, &LineGrid::deleteAsked, remove, &QPushButton::click);
     connect(command(u"scmd輔助"_s, u"輔助 F9"_s), &QPushButton::clicked, this,
             [this] { fml明細->runPick(); });
     column->addWidget(bottom);
@@ -166,6 +169,20 @@ void DocumentScreen::deleteLine() {
     fml明細->setLineCount(fml明細->lineCount() - 1);
     markModified(true);
     fml明細->setFocus();
+}
+
+void DocumentScreen::markFormula(int row, bool evaluated) {
+    if (evaluated) {
+        fml明細->unmarkCell(row, u"小計"_s);
+    } else {
+        fml明細->markCell(row, u"小計"_s, FaultColour, u"計價公式無法計算"_s);
+    }
+}
+
+void DocumentScreen::tellFormulaFault(Speak speak) {
+    const auto speech = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
+    if (speak == Speak::Now) speech();
+    if (speak == Speak::Later) fml明細->speakLater(speech);
 }
 
 bool DocumentScreen::screenKey(int key, Qt::KeyboardModifiers) {

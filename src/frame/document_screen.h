@@ -51,6 +51,11 @@ protected:
     QString approvalMark() const;
     QString approvalPerson() const;
     QString approvalDate() const;
+    /// When a fault of a line is told: at once, when the cell's editor has closed, or not at all (a pasted block).
+    enum class Speak { Now, Later, Never };
+    /// Marks the amount of a line whose formula could not be evaluated, or takes the mark off again.
+    void markFormula(int row, bool evaluated);
+    void tellFormulaFault(Speak speak);
     /// Says what speaks against a save and puts the focus there; gives false.
     bool showFinding(const Finding& finding);
     /// Goes to a document of the browse set, read anew; false when it is not there.

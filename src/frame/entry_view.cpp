@@ -37,6 +37,12 @@ EntryField::EntryField(const QString& name, QWidget* parent) : QLineEdit(parent)
     });
 }
 
+void EntryField::startWith(const QString& letters) {
+    setFocus();
+    setText(acceptedText(letters, filterMode, upperCase));
+    Q_EMIT textEdited(text());
+}
+
 void EntryField::lock(bool asKey) {
     setReadOnly(true);
     setFocusPolicy(Qt::ClickFocus);

@@ -27,6 +27,8 @@ public:
     bool isLocked() const { return isReadOnly(); }
     /// Sets the text as a record shows it: not typed, cursor at the start.
     void showText(const QString& text);
+    /// Takes the focus and what was typed where nothing can be typed, such as in a list below.
+    void startWith(const QString& letters);
 
 Q_SIGNALS:
     void typedInto();

@@ -1,4 +1,5 @@
 #include "frame/item_picks.h"
+#include "common/rights.h"
 #include "common/session.h"
 
 namespace liaowu {
@@ -45,7 +46,8 @@ SqlText orderLineCondition(const Session& session, const PickInput& input) {
     return sql(u" Where (採購資料.採購單號 Like '{}%' or  採購明細資料.原料代號 Like '{}%' or  "
                u"採購明細資料.原料名稱 Like '{}%') and "
                u"採購資料.審單= 'Y' And 採購資料.類別 = '{}' ",
-               input.filter, input.filter, input.filter, session.formulaMode);
+               input.filter, input.filter, input.filter, session.formulaMode) +
+           readyMadeSql(scopeOn(session, u"採購資料"_s));
 }
 
 std::vector<SqlText> openOrderLineStatements(const Session& session, const PickInput& input) {
@@ -68,9 +70,10 @@ std::vector<SqlText> openOrderLineStatements(const Session& session, const PickI
     statement += board ? sql(u"left JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code)
                        : sql(u"inner JOIN [{}] ON 採購明細資料.原料代號 = [{}].[{}]", t, t, family.code);
     statement += orderLineCondition(session, input);
-    statement += board
-                     ? sql(u"and 採購資料.廠商代號 = '{}' ", session.pickVendor)
-                     : sql(u"and (採購資料.廠商代號 = '{}' or 採購資料.廠商代號 = '') ", session.pickVendor);
+    statement +=
+        board ? sql(u"and 採購資料.廠商代號 = '{}' ", session.pickVendor)
+              : sql(u"and (採購資料.廠商代號 = '{}' or 採購資料.廠商代號 = '' or 採購資料.廠商代號 is null) ",
+                    session.pickVendor);
     statement += sql(u"and 送清<> 'Y'  ");
     if (!input.checked)
         statement += sql(

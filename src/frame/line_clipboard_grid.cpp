@@ -70,8 +70,6 @@ bool fitsFilter(const QString& raw, const QString& taken, int filter) {
     return filter != 3 || taken.isEmpty() || number.match(taken).hasMatch();
 }
 
-const QColor FaultColour(0xff, 0xd6, 0xd6);
-
 } // namespace
 
 void LineGrid::copySelection() const {

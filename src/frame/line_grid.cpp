@@ -281,6 +281,7 @@ bool LineGrid::commit(int row, int column, const QString& text, bool batch) {
     if (declared.pick && !batch && events.pick && !value.trimmed().isEmpty()) {
         const QString title = declared.title;
         speakLater([this, row, title] {
+            ++picksRun;
             if (events.pick(row, title)) moveToNextEntry();
         });
     }
@@ -359,6 +360,8 @@ void LineGrid::keyPressEvent(QKeyEvent* event) {
         moveToNextEntry();
         return;
     case Qt::Key_Delete:
+        if (event->modifiers() == Qt::ControlModifier) Q_EMIT deleteAsked();
+        return;
     case Qt::Key_F2:
         return;
     case Qt::Key_F7:
@@ -423,7 +426,10 @@ void LineGrid::copyFromAbove() {
 
 void LineGrid::runPick() {
     if (!events.pick) return;
+    const int before = picksRun;
     endEdit();
+    // What was being typed has opened its pick already.
+    if (picksRun != before) return;
     if (!previousRowFilled(currentRow())) {
         messages.warn(u"警告"_s, u"前一列資料尚未輸入!"_s);
         return;

@@ -29,6 +29,9 @@ struct LineColumn {
     QString shown = {}; ///< title as the user reads it, where it differs
 };
 
+/// Ground of a cell that holds a fault.
+inline const QColor FaultColour(0xff, 0xd6, 0xd6);
+
 /// What a column of a document's lines is, as a table declares it.
 namespace column_flags {
 enum : unsigned { Typed = 1, Entry = 2, Pick = 4, Upper = 8, Right = 16, Money = 32, BoardOnly = 64 };
@@ -161,6 +164,8 @@ public:
 
 Q_SIGNALS:
     void selectionMoved();
+    /// Ctrl+Delete on a row that is not being typed in.
+    void deleteAsked();
     void lineCountChanged();
 
 protected:
@@ -192,6 +197,7 @@ private:
     int used = 0;
     int frozen = -1;
     bool speaking = false;
+    int picksRun = 0; ///< picks that typing has opened
 };
 
 } // namespace liaowu

@@ -85,10 +85,7 @@ void PickWindow::build() {
     column->addWidget(count);
     connect(grid, &BrowseGrid::accepted, this, &PickWindow::take);
     connect(grid, &BrowseGrid::letterTyped, this, [this](const QString& text) {
-        if (!filter) return;
-        filter->setFocus();
-        filter->setText(text);
-        Q_EMIT filter->textEdited(text);
+        if (filter) filter->startWith(text);
     });
 }
 

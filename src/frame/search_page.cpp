@@ -53,6 +53,10 @@ SearchPage::SearchPage(Process& on, SearchSpec declared, QWidget* parent)
         showPanel(true);
         chooseOption(searchOption);
     });
+    connect(grid, &BrowseGrid::letterTyped, this, [this](const QString& letters) {
+        toPanel->click();
+        if (text->isVisible()) text->startWith(letters);
+    });
     connect(toRecord, &QPushButton::clicked, this, [this] { choose(grid->currentRow()); });
     connect(toBack, &QPushButton::clicked, this, [this] {
         rememberTexts();

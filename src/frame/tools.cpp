@@ -21,11 +21,11 @@ constexpr ToolRow table[] = {
     {u"previous", u"上一筆", u"PgUp", u"previous", InEdit},
     {u"next", u"下一筆", u"PgDn", u"next", InEdit},
     {u"last", u"最末筆", u"", u"last", InEdit},
-    {u"審單", u"審單", u"", u"approve", InEdit},
-    {u"審核", u"審核", u"", u"approve", InEdit},
-    {u"批審", u"批審", u"", u"batch", InEdit | InBatch},
-    {u"整批審單", u"整批審單", u"", u"batch", Always},
-    {u"reload", u"還原", u"", u"reload", InEdit},
+    {u"審單", u"審單", u"F12", u"approve", InEdit},
+    {u"審核", u"審核", u"F12", u"approve", InEdit},
+    {u"批審", u"批審", u"F11", u"batch", InEdit | InBatch},
+    {u"整批審單", u"整批審單", u"F11", u"batch", Always},
+    {u"reload", u"還原", u"F5", u"reload", InEdit},
     {u"詢價記錄", u"詢價記錄", u"", u"history", InEdit},
     {u"print", u"列印", u"F4", u"print", Always},
     {u"exit", u"離開", u"Esc", u"exit", Always},
@@ -47,6 +47,16 @@ std::vector<Tool> toolsOf(const std::vector<QString>& keys) {
                          QString::fromUtf16(row->icon), row->enabledIn});
     }
     return tools;
+}
+
+QString toolOfFunctionKey(const std::vector<QString>& keys, int key) {
+    if (key < Qt::Key_F1 || key > Qt::Key_F35) return {};
+    const QString pressed = QStringLiteral("F%1").arg(key - Qt::Key_F1 + 1);
+    for (const ToolRow& row : table)
+        if (const QString tool = QString::fromUtf16(row.key);
+            pressed == row.shortcut && std::find(keys.begin(), keys.end(), tool) != keys.end())
+            return tool;
+    return {};
 }
 
 ModeBit modeBit(const QString& mode) {

@@ -27,6 +27,9 @@ struct Tool {
 /// Throws std::logic_error for an unknown key.
 std::vector<Tool> toolsOf(const std::vector<QString>& keys);
 
+/// Which of these keys a function key stands for; empty for none.
+QString toolOfFunctionKey(const std::vector<QString>& keys, int key);
+
 ModeBit modeBit(const QString& mode);
 
 } // namespace liaowu

@@ -12,12 +12,6 @@ namespace liaowu {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QColor FaultColour(0xff, 0xd6, 0xd6);
-
-} // namespace
-
 void frm採購作業系統::connectGrid() {
     auto& events = fml明細->events;
     events.mayType = [this](int, const QString& title) { return mayType(title); };
@@ -116,27 +110,28 @@ bool frm採購作業系統::cellEdited(int row, const QString& title, const QStr
 
 void frm採購作業系統::recalculate(int row, Speak speak) {
     OrderLine line = rows.at(row);
-    bool evaluated = true;
-    guarded(session, u"取得原料資料錯誤"_s, [&] {
+    const FormulaTable* table = nullptr;
+    const bool read = guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
+        table = &formulas.table(connection);
         if (const auto found = findItem(connection, session.category, line.原料代號.trimmed()))
             itemRow = *found;
     });
+    // What the line costs is not known: its amount stays, and is marked.
+    if (!read) return markFormula(row, false);
+    bool evaluated = true;
     try {
-        recalculateLine(line, {formulas, evaluator, session.category, itemRow.單位, canSeePrice});
+        recalculateLine(line, {*table, evaluator, session.category, itemRow.單位, canSeePrice});
     } catch (const FormulaError&) {
         evaluated = false;
     }
     rows.put(row, line);
+    markFormula(row, evaluated);
     if (evaluated) {
-        fml明細->unmarkCell(row, u"小計"_s);
         showTotal();
-        return;
+    } else {
+        tellFormulaFault(speak);
     }
-    fml明細->markCell(row, u"小計"_s, FaultColour, u"計價公式無法計算"_s);
-    const auto tell = [this] { session.messages.stop(u"計算"_s, u"單價公式預設不正確！請處新設置！"_s); };
-    if (speak == Speak::Now) tell();
-    if (speak == Speak::Later) fml明細->speakLater(tell);
 }
 
 void frm採購作業系統::showTotal() {

@@ -93,7 +93,7 @@ void frm採購作業系統::prepare() {
     if (!rights.批審) hideTool(u"整批審單"_s);
     guarded(session, u"取得所有公式資料錯誤"_s, [this] {
         Connection connection(session.pool, session.connectionString);
-        formulas = loadFormulas(connection, FormulaOrder::ByCategory);
+        formulas.table(connection);
     });
     guarded(session, u"取得所有片語資料錯誤"_s, [this] { phraseCache = loadPhrases(session); });
     showColumnsOfCategory();

@@ -59,8 +59,6 @@ private:
     bool pickItem(int row);
     /// A pasted code is taken when the column's pick window offers exactly this one.
     bool resolvePasted(int row, const QString& title, const QString& code);
-    /// When a formula that cannot be evaluated is told; its cell is marked in any case.
-    enum class Speak { Now, Later, Never };
     void takeItem(int row, const QStringList& picked, Speak speak);
     void takeWorkOrder(int row, const QStringList& picked, Speak speak);
     /// What a pick window reads besides its filter.
@@ -81,7 +79,7 @@ private:
     void approve();
 
     LineRecords<OrderLineColumns> rows;
-    FormulaTable formulas;
+    FormulaBook formulas{FormulaOrder::ByCategory};
     PhraseCache phraseCache;
     CEval evaluator;
     ItemRow itemRow; ///< the last item that a look-up found: its 單位 chooses the formula

@@ -2,6 +2,7 @@
 #include "frame/style_view.h"
 #include "robot/robot_stage.h"
 #include <QApplication>
+#include <QCursor>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -47,6 +48,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
     applyLook(application);
+    // Nothing is lit because the pointer happens to rest on it.
+    if (!show) QCursor::setPos(-1, -1);
 
     robot::Stage stage(target.isEmpty() ? QString() : connectionStringFor(target));
     for (const QString& script : arguments)

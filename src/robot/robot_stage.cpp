@@ -6,7 +6,6 @@
 #include "robot/robot_window.h"
 #include <QApplication>
 #include <QClipboard>
-#include <QCursor>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -318,8 +317,6 @@ void Stage::setClipboardText(const QString& text) {
 }
 
 void Stage::screenshot(const QString& path) {
-    // Nothing is lit because the pointer happens to rest on it.
-    QCursor::setPos(-1, -1);
     settle();
     QWidget* shown = QApplication::activeModalWidget();
     if (!shown && !launches.empty() && !launches.back()->openScreens().empty())

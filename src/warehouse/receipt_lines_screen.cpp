@@ -18,12 +18,12 @@ using namespace Qt::StringLiterals;
 void frm原料入庫作業::connectGrid() {
     auto& events = fml明細->events;
     events.mayType = [this](int, const QString& title) { return mayType(title); };
-    events.edited = [this](int row, const QString& title, const QString&, bool batch) {
-        return cellEdited(row, title, batch);
+    events.edited = [this](int row, const QString& title, const QString& before, bool batch) {
+        return cellEdited(row, title, before, batch);
     };
     events.pick = [this](int row, const QString& title) { return runPick(row, title); };
     events.resolve = [this](int row, const QString& title, const QString& code) {
-        return title == u"原料名稱" && resolveItem(row, code);
+        return title == u"原料名稱" && resolveItem(row, code, Speak::Never);
     };
     events.entered = [this](int row, const QString& title) { cellEntered(row, title); };
     events.list = [this](int row, const QString& title) {
@@ -41,7 +41,7 @@ bool frm原料入庫作業::mayType(const QString& title) const {
     return true;
 }
 
-bool frm原料入庫作業::cellEdited(int row, const QString& title, bool) {
+bool frm原料入庫作業::cellEdited(int row, const QString& title, const QString& before, bool batch) {
     ReceiptLine line = rows.at(row);
     const auto quantity = [](const QString& text) { return format(val(text), u"0.0000"); };
     if (title == u"數量") {
@@ -58,7 +58,11 @@ bool frm原料入庫作業::cellEdited(int row, const QString& title, bool) {
     rows.put(row, line);
     if (title == u"數量" || title == u"單價" || title == u"單位") {
         fml明細->countRow(row);
-        recalculateRows(row, row);
+        recalculateRows(row, row, batch ? Speak::Never : Speak::Later,
+                        title == u"數量" ? StockQuantity::Anew : StockQuantity::Kept);
+    } else if ((title == u"採購單號" || title == u"原料名稱") && !batch &&
+               !fml明細->text(row, title).trimmed().isEmpty()) {
+        typedOver = before;
     }
     return true;
 }
@@ -76,29 +80,40 @@ void frm原料入庫作業::deleteLine() {
     if (isFrozen()) return;
     DocumentScreen::deleteLine();
     showTotal();
+    showFigures();
 }
 
 // ---- arithmetic ----
 
-void frm原料入庫作業::recalculateRows(int from, int to) {
+void frm原料入庫作業::recalculateRows(int from, int to, Speak speak, StockQuantity quantity) {
+    bool faulty = false;
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
+        const FormulaTable& table = formulas.table(connection);
         std::vector<double> weights;
         if (session.category == u"紙板")
             weights = vendorWeights(connection, entry(this, u"txt廠商代號"_s)->text().trimmed());
         for (int row = from; row <= to; ++row) {
             ReceiptLine line = rows.at(row);
-            const auto item = findReceiptItem(connection, session.category, line.原料代號.trimmed());
+            if (quantity == StockQuantity::Anew || val(line.走紙才) == 0 || val(line.入庫數量) == 0)
+                settleStockQuantity(line);
+            std::optional<ReceiptItem> item;
+            if (session.category != u"物料")
+                item = findReceiptItem(connection, session.category, line.原料代號.trimmed());
+            bool evaluated = true;
             try {
-                recalculateLine(line, {formulas, evaluator, session.category,
-                                       item ? item->stockUnit : QString(), weights, showAmounts});
+                recalculateLine(line, {table, evaluator, session.category, item ? item->stockUnit : QString(),
+                                       weights, showAmounts});
             } catch (const FormulaError&) {
-                session.messages.notice(u"第%1筆的計價公式無法計算,小計未變"_s.arg(row));
+                evaluated = false;
+                faulty = true;
             }
             rows.put(row, line);
+            markFormula(row, evaluated);
         }
     });
     showTotal();
+    if (faulty) tellFormulaFault(speak);
 }
 
 void frm原料入庫作業::showTotal() {
@@ -151,19 +166,30 @@ void frm原料入庫作業::fillFromOrder() {
     field->showText(order);
     takeCurrency(currency, order);
     rows.show(lines);
-    recalculateRows(1, fml明細->lineCount());
+    recalculateRows(1, fml明細->lineCount(), Speak::Now);
     markModified(true);
     fml明細->setFocus(Qt::OtherFocusReason);
     fml明細->select(1, u"數量"_s);
 }
 
 bool frm原料入庫作業::runPick(int row, const QString& title) {
-    if ((mode() != ModeAdd && mode() != ModeEdit) || (title != u"採購單號" && title != u"原料名稱") ||
-        isFrozen())
+    if ((mode() != ModeAdd && mode() != ModeEdit) || (title != u"採購單號" && title != u"原料名稱"))
         return false;
-    const bool picked = title == u"採購單號" ? pickOrderLine(row) : pickItem(row);
-    if (picked) markModified(true);
+    const auto before = std::exchange(typedOver, {});
+    const bool picked = !isFrozen() && (title == u"採購單號" ? pickOrderLine(row) : pickItem(row));
+    if (picked) {
+        markModified(true);
+    } else if (before) {
+        putBack(row, title, *before);
+    }
     return picked;
+}
+
+void frm原料入庫作業::putBack(int row, const QString& title, const QString& before) {
+    // The name of an item may be written anew; all else that was typed was only a search.
+    if (title == u"原料名稱" && !rows.at(row).原料代號.trimmed().isEmpty()) return;
+    fml明細->setText(row, title, before);
+    if (row == fml明細->lineCount() && !fml明細->rowFilled(row)) fml明細->setLineCount(row - 1);
 }
 
 bool frm原料入庫作業::pickOrderLine(int row) {
@@ -175,11 +201,11 @@ bool frm原料入庫作業::pickOrderLine(int row) {
     putOrderPick(line, session.pickResult, kind(), showAmounts);
     rows.put(row, line);
     fml明細->countRow(row);
-    recalculateRows(row, row);
+    recalculateRows(row, row, Speak::Now);
     return true;
 }
 
-bool frm原料入庫作業::resolveItem(int row, const QString& code) {
+bool frm原料入庫作業::resolveItem(int row, const QString& code, Speak speak) {
     std::optional<ReceiptItem> item;
     guarded(session, u"取得原料資料錯誤"_s, [&] {
         Connection connection(session.pool, session.connectionString);
@@ -190,17 +216,17 @@ bool frm原料入庫作業::resolveItem(int row, const QString& code) {
     putItem(line, *item);
     rows.put(row, line);
     fml明細->countRow(row);
-    recalculateRows(row, row);
+    recalculateRows(row, row, speak);
     return true;
 }
 
 bool frm原料入庫作業::pickItem(int row) {
     const QString text = fml明細->text(row, u"原料名稱"_s).trimmed();
-    if (!text.isEmpty() && resolveItem(row, text)) return true;
+    if (!text.isEmpty() && resolveItem(row, text, Speak::Now)) return true;
     session.pickParam = text;
     session.formulaMode = session.category;
     session.amountRight = showAmounts;
-    return pickRow(process, itemPick(), this) && resolveItem(row, session.picked(0));
+    return pickRow(process, itemPick(), this) && resolveItem(row, session.picked(0), Speak::Now);
 }
 
 // ---- what follows the cursor ----
@@ -209,21 +235,26 @@ void frm原料入庫作業::cellEntered(int row, const QString& title) {
     button(this, u"scmd輔助"_s)->setEnabled(title == u"採購單號" || title == u"原料名稱");
     const LineColumn& column = document.lines[static_cast<size_t>(fml明細->column(title))];
     setStatus(6, column.money && !showAmounts ? MaskedMoney : fml明細->text(row, title));
-    const ReceiptLine line = rows.at(row);
-    const bool quantities = title == u"數量" || title == u"小紙數";
+    showFigures();
+}
+
+void frm原料入庫作業::showFigures() {
+    const QString title = fml明細->currentTitle();
+    const ReceiptLine line = rows.at(fml明細->currentRow());
     std::optional<OrderedQuantity> ordered;
     std::optional<ReceiptItem> item;
     if (isActivated() && !line.原料代號.trimmed().isEmpty())
         guarded(session, u"取得庫存資料錯誤"_s, [&] {
             Connection connection(session.pool, session.connectionString);
-            if (quantities) ordered = orderedQuantity(connection, line);
+            if (title == u"數量" || title == u"小紙數") ordered = orderedQuantity(connection, line);
             item = findReceiptItem(connection, session.category, line.原料代號.trimmed());
         });
-    findChild<QWidget*>(u"pic數量"_s)->setVisible(ordered.has_value());
+    control(this, u"pic數量"_s)->setVisible(ordered.has_value());
     if (ordered) {
         label(this, u"lbl應入數"_s)->setText(formatAmount(numberText(ordered->ordered)));
         label(this, u"lbl未入數"_s)->setText(formatAmount(numberText(ordered->open)));
     }
+    control(this, u"pic庫存"_s)->setVisible(item.has_value());
     label(this, u"lbl庫存"_s)->setText(item ? formatAmount(item->庫存) + u' ' + item->stockUnit : QString());
 }
 

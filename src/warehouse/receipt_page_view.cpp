@@ -80,16 +80,20 @@ DocumentSpec receiptDocumentSpec(const QString& category) {
 }
 
 void buildReceiptFooter(QHBoxLayout* line, QWidget* owner) {
-    auto* quantities = new QWidget(owner);
-    quantities->setObjectName(u"pic數量"_s);
-    auto* inner = new QHBoxLayout(quantities);
-    inner->setContentsMargins(6, 0, 0, 0);
-    inner->setSpacing(5);
-    addFigure(inner, quantities, u"lbl應入數"_s, u"應入數"_s);
-    addFigure(inner, quantities, u"lbl未入數"_s, u"未入數"_s);
-    quantities->hide();
-    line->addWidget(quantities);
-    addFigure(line, owner, u"lbl庫存"_s, u"庫存"_s);
+    using Figures = std::vector<std::pair<QString, QString>>;
+    for (const auto& [name, figures] :
+         {std::pair(u"pic數量"_s, Figures{{u"lbl應入數"_s, u"應入數"_s}, {u"lbl未入數"_s, u"未入數"_s}}),
+          std::pair(u"pic庫存"_s, Figures{{u"lbl庫存"_s, u"庫存"_s}})}) {
+        auto* group = new QWidget(owner);
+        group->setObjectName(name);
+        auto* inner = new QHBoxLayout(group);
+        inner->setContentsMargins(6, 0, 0, 0);
+        inner->setSpacing(5);
+        for (const auto& [label, caption] : figures)
+            addFigure(inner, group, label, caption);
+        group->hide();
+        line->addWidget(group);
+    }
     line->addStretch(1);
     auto* caption = new QLabel(u"合計:"_s, owner);
     caption->setObjectName(u"lbl合計"_s);

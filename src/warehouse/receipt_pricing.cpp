@@ -35,14 +35,17 @@ double vendorWeight(double weight, const std::vector<double>& weights) {
 }
 
 void updateStockQuantity(ReceiptLine& line) {
-    line.入庫數量 = numberText(val(line.走紙才) * val(line.數量));
+    line.入庫數量 = numberText(settled(val(line.走紙才) * val(line.數量)));
+}
+
+void settleStockQuantity(ReceiptLine& line) {
+    if (val(line.走紙才) == 0) line.走紙才 = u"1"_s;
+    updateStockQuantity(line);
 }
 
 void recalculateLine(ReceiptLine& line, const ReceiptPricing& context) {
     const double quantity = val(line.數量);
     const double price = val(context.canSeePrice ? line.單價 : line.原單價);
-    if (val(line.走紙才) == 0) line.走紙才 = u"1"_s;
-    updateStockQuantity(line);
     double amount = quantity * price;
     if (const auto formula = substitutedFormula(line, quantity, price, context)) {
         line.計價公式 = u"計價公式: "_s + *formula;

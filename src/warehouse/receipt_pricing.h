@@ -15,13 +15,15 @@ struct ReceiptPricing {
     bool canSeePrice = false;
 };
 
-/// Works out amount, formula text and stock quantity of a line. Materials cost price × quantity, all else goes by the
-/// formula that its units choose, or by quantity × price without one; the amount is rounded to 2 decimals. A formula that
-/// cannot be evaluated throws `FormulaError` and leaves the amount.
+/// Works out amount and formula text of a line. Materials cost price × quantity, all else goes by the formula that its units
+/// choose, or by quantity × price without one; the amount is rounded to 2 decimals. A formula that cannot be evaluated throws
+/// `FormulaError` and leaves the amount.
 void recalculateLine(ReceiptLine& line, const ReceiptPricing& context);
 
-/// 小紙數 from 走紙才 (below and at 0 it counts as 1 in the recalculation only) and 數量.
+/// 小紙數 from 走紙才 and 數量.
 void updateStockQuantity(ReceiptLine& line);
+/// The same for a line that came in or whose 數量 changed; a 走紙才 of 0 becomes 1.
+void settleStockQuantity(ReceiptLine& line);
 
 /// The basis weight as the vendor makes it: the first of `weights` that is not below, or itself.
 double vendorWeight(double weight, const std::vector<double>& weights);

@@ -48,15 +48,18 @@ std::optional<ReceiptItem> findReceiptItem(Connection& connection, const QString
     const ItemFamily* family = itemFamily(category);
     if (!family || codeOrName.trimmed().isEmpty()) return std::nullopt;
     const QString& t = family->table;
-    const Recordset row =
+    const Recordset rows =
         select(connection, sql(u"select [{}].[{}], [{}].[{}], [{}].規格, [{}].庫存, [{}].單位 from  [{}] "
                                u"where [{}].[{}] = '{}' or [{}].[{}] "
                                u"= '{}' order by [{}].[{}]",
                                t, family->code, t, family->name, t, t, t, t, t, family->code, codeOrName, t,
                                family->name, codeOrName, t, family->name));
-    if (row.RecordCount() == 0) return std::nullopt;
-    const auto text = [&](int column) { return row.text(column).trimmed(); };
-    return ReceiptItem{text(0), text(1), text(2), text(3), text(4)};
+    const auto text = [&](int row, int column) { return rows.textAt(row, column).trimmed(); };
+    int found = rows.RecordCount() == 1 ? 0 : -1;
+    for (int row = 0; row < rows.RecordCount() && found < 0; ++row)
+        if (text(row, 0).compare(codeOrName.trimmed(), Qt::CaseInsensitive) == 0) found = row;
+    if (found < 0) return std::nullopt;
+    return ReceiptItem{text(found, 0), text(found, 1), text(found, 2), text(found, 3), text(found, 4)};
 }
 
 std::vector<double> vendorWeights(Connection& connection, const QString& vendor) {

@@ -18,7 +18,7 @@ std::optional<QString> findSentBack(const Session& session, Connection& connecti
 struct ReceiptItem {
     QString code, name, 規格, 庫存, stockUnit;
 };
-/// The first item of the family with exactly this code or name.
+/// The item of the family with this code, or else the one with this name; nothing when several bear it.
 std::optional<ReceiptItem> findReceiptItem(Connection& connection, const QString& category,
                                            const QString& codeOrName);
 

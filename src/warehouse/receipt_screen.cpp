@@ -48,7 +48,6 @@ frm原料入庫作業::frm原料入庫作業(Process& on)
     bindLookup(u"txt採購單號"_s, u"scmd採購單號"_s, [this](bool) { fillFromOrder(); });
     connect(entry(this, u"txt廠商代號"_s), &EntryField::typedInto, this,
             [this] { label(this, u"lbl廠商簡稱"_s)->clear(); });
-    // The name is what counts at the save: what was typed over needs a look-up again.
     // A number that was typed over a refused one stays.
     connect(entry(this, u"txt入庫單號"_s), &EntryField::typedInto, this,
             [this] { entry(this, u"txt入庫單號"_s)->setProperty("drawn", false); });
@@ -62,7 +61,7 @@ void frm原料入庫作業::prepare() {
     session.amountRight = showAmounts;
     guarded(session, u"取得所有公式資料錯誤"_s, [this] {
         Connection connection(session.pool, session.connectionString);
-        formulas = loadFormulas(connection, FormulaOrder::ByPosition);
+        formulas.table(connection);
     });
     guarded(session, u"取得所有片語資料錯誤"_s, [this] { phraseCache = loadPhrases(session, u"AB-單位"_s); });
     kinds = phrasesOf(session, u"入庫"_s, u"BB-異動類別"_s);
@@ -110,7 +109,7 @@ void frm原料入庫作業::showMoneyFields() {
 
 void frm原料入庫作業::clearRecordPage() {
     DocumentScreen::clearRecordPage();
-    for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s, u"lbl庫存"_s})
+    for (const auto& name : {u"lbl廠商簡稱"_s, u"lbl業務員名稱"_s})
         label(this, name)->clear();
     showApproval(u"N"_s, {}, {});
     isApproved = false;
@@ -118,6 +117,7 @@ void frm原料入庫作業::clearRecordPage() {
     loadedStamp.clear();
     savedLines.clear();
     putTotal(0);
+    showFigures();
 }
 
 void frm原料入庫作業::fillNewRecord() {
@@ -154,7 +154,8 @@ int frm原料入庫作業::showRecord(const QString& key) {
     // What was posted is undone as it was stored, whatever the formulas make of it now.
     savedLines = receipt->lines;
     putTotal(val(header.合計));
-    if (!isApproved) recalculateRows(1, fml明細->lineCount());
+    if (!isApproved) recalculateRows(1, fml明細->lineCount(), Speak::Now, StockQuantity::Kept);
+    showFigures();
     entry(this, u"txt速查單號"_s)->showText(QString());
     entry(this, u"txt入庫日期"_s)->setFocus(Qt::OtherFocusReason);
     return 0;
@@ -265,7 +266,7 @@ void frm原料入庫作業::finish(const ReceiptSave& save) {
                  isApproved ? header.審核日期 : QString());
     markModified(false);
     session.messages.inform(save.isNew ? u"資料儲存"_s : u"資料更新"_s, u"資料儲存完畢!"_s);
-    if (!save.isNew) return;
+    if (!save.isNew) return showFigures();
     reloadBrowse();
     gotoRecord(header.入庫單號);
 }

@@ -41,21 +41,27 @@ private:
     // lines
     void connectGrid();
     bool mayType(const QString& title) const;
-    bool cellEdited(int row, const QString& title, bool batch);
+    bool cellEdited(int row, const QString& title, const QString& before, bool batch);
     bool runPick(int row, const QString& title);
     bool pickOrderLine(int row);
     bool pickItem(int row);
-    bool resolveItem(int row, const QString& code);
+    bool resolveItem(int row, const QString& code, Speak speak);
     /// The order line window that the document's 單別 asks for.
     bool openOrderPick(const QString& filter);
     void takeCurrency(const QString& currency, const QString& order);
     /// Whether lines of a stored document may no longer be taken out or picked.
     bool isFrozen();
-    /// Recalculates rows and the total. A formula that cannot be evaluated is told in a notice; its amount stays.
-    void recalculateRows(int from, int to);
+    /// A pick that was left gives the cell back what it held before the search was typed.
+    void putBack(int row, const QString& title, const QString& before);
+    /// A 小紙數 that was typed or stored is what lies in the warehouse, whatever 走紙才 makes of the quantity.
+    enum class StockQuantity { Anew, Kept };
+    /// Recalculates rows and the total. The amount of a line whose formula cannot be evaluated stays.
+    void recalculateRows(int from, int to, Speak speak, StockQuantity quantity = StockQuantity::Anew);
     void showTotal();
     void putTotal(double total);
     void cellEntered(int row, const QString& title);
+    /// What was ordered and is open of the current line, and the stock of its item, below the grid.
+    void showFigures();
 
     // saving
     QString kind() const;
@@ -66,14 +72,15 @@ private:
     void approve();
 
     LineRecords<ReceiptLineColumns> rows;
-    FormulaTable formulas;
+    FormulaBook formulas{FormulaOrder::ByPosition};
     PhraseCache phraseCache;
     QStringList kinds, stores, currencyNames;
     CEval evaluator;
     bool showAmounts = false;
     QString savedNumber;
     QString loadedStamp;
-    ReceiptLines savedLines; ///< as last loaded or saved: what a save undoes
+    ReceiptLines savedLines;          ///< as last loaded or saved: what a save undoes
+    std::optional<QString> typedOver; ///< what a cell held before a search was typed into it
 };
 
 } // namespace liaowu

@@ -49,6 +49,15 @@ bool openOrderLine(Recordset& row, Connection& connection, const ReceiptLine& li
     return row.RecordCount() > 0;
 }
 
+/// Writes 已入庫數 of an order line and what follows from it. A line that has received nothing is open whatever was ordered.
+void setReceived(Recordset& order, double received) {
+    const double open = settled(val(order.text(u"數量")) - received);
+    order.set(u"已入庫數", numberText(received));
+    order.set(u"未交數", numberText(open));
+    order.set(u"送清", received > 0 && open <= 0 ? u"Y"_s : u"N"_s);
+    order.Update();
+}
+
 } // namespace
 
 StockDocument stockDocumentOf(const QString& number, const QString& kind) {
@@ -80,25 +89,16 @@ void reverseReceiptItem(Connection& connection, StockDocument document, const QS
 void postOrderLine(Connection& connection, const ReceiptLine& line, int row) {
     Recordset order;
     if (!openOrderLine(order, connection, line)) return;
-    const double ordered = val(order.text(u"數量"));
     const double received = settled(val(order.text(u"已入庫數")) + val(line.數量));
-    const double open = settled(ordered - received);
-    if (ordered < received)
+    if (val(order.text(u"數量")) < received)
         throw Refusal(u"提示"_s, u"第%1筆輸入的入庫數已大於採購數量,請重新輸入!"_s.arg(row));
-    order.set(u"已入庫數", numberText(received));
-    order.set(u"未交數", numberText(open));
-    order.set(u"送清", open > 0 ? u"N"_s : u"Y"_s);
-    order.Update();
+    if (val(line.數量) != 0) setReceived(order, received);
 }
 
 void reverseOrderLine(Connection& connection, const ReceiptLine& line) {
     Recordset order;
-    if (!openOrderLine(order, connection, line)) return;
-    const double received = settled(val(order.text(u"已入庫數")) - val(line.數量));
-    order.set(u"已入庫數", numberText(received));
-    order.set(u"未交數", numberText(settled(val(order.text(u"數量")) - received)));
-    order.set(u"送清", u"N"_s);
-    order.Update();
+    if (val(line.數量) == 0 || !openOrderLine(order, connection, line)) return;
+    setReceived(order, settled(val(order.text(u"已入庫數")) - val(line.數量)));
 }
 
 void postIssueItem(Connection& connection, const QString& category, const QString& date,

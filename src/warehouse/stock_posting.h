@@ -28,10 +28,12 @@ void postReceiptItem(Connection& connection, StockDocument document, const QStri
 void reverseReceiptItem(Connection& connection, StockDocument document, const QString& category,
                         const ReceiptLine& line);
 
+// A line of quantity 0 leaves its order line alone, so that nobody opens one closed by hand with nothing.
+
 /// 已入庫數 of the order line rises by 數量; 未交數 and 送清 follow. Throws `Refusal` when more came than was ordered; `row` is
 /// the line's number from 1.
 void postOrderLine(Connection& connection, const ReceiptLine& line, int row);
-/// 已入庫數 falls by 數量, 未交數 follows, 送清 becomes "N".
+/// 已入庫數 falls by 數量; 未交數 and 送清 follow.
 void reverseOrderLine(Connection& connection, const ReceiptLine& line);
 
 /// What an issue takes of an item, in its stock unit.

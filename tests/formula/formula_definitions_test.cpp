@@ -160,3 +160,16 @@ TEST(FormulaDefinitions, TheOrderOfReadingDecides) {
     const QStringList byCategory = units(loadFormulas(connection, FormulaOrder::ByCategory));
     EXPECT_TRUE(byCategory.first() == u"c" || byCategory.last() == u"c") << "kinds lie together";
 }
+
+TEST(FormulaDefinitions, ABookThatCouldNotBeReadIsReadLater) {
+    PlantSession plant;
+    Connection connection(plant.pool, plant.target);
+    connection.Execute(sql(u"insert into 採購計價公式 (單位1,單位2,基本單位,計價單位,公式,序,類別) values "
+                           u"('a','','kg','1','長',1,'紙板')"));
+    FormulaBook book(FormulaOrder::ByPosition);
+    plant.pool.failAt(1);
+    EXPECT_THROW(book.table(connection), DatabaseError);
+    EXPECT_EQ(book.table(connection).size(), 1u);
+    connection.Execute(sql(u"delete from 採購計價公式"));
+    EXPECT_EQ(book.table(connection).size(), 1u) << "a screen prices by what stood at its start";
+}

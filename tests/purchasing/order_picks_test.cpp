@@ -259,6 +259,12 @@ TEST(OrderPicks, OpenOrderLinesOfAVendor) {
     EXPECT_EQ(plant.offered(openOrderLinePick(), {u"N2"_s}).first(),
               u"N2|B1|K200|90*60|90|pcs|3|300|50|pcs|台幣||V1|甲商|Q1|1|45*30|2"_s);
     EXPECT_EQ(plant.titles.size(), 18);
+    // Whoever sees the orders of one salesperson receives for no other.
+    plant.run({u"update 採購資料 set 業務員代號=case when 採購單號='N5' then 'S2' else 'S1' end"});
+    plant.session.salesScope = u" And (業務員代號='S2' ) "_s;
+    plant.session.formulaMode = u"物料"_s;
+    plant.session.pickVendor = u"V1"_s;
+    EXPECT_EQ(plant.offered(openOrderLinePick(), {}, {u"採購單號"_s}), QStringList(u"N5"_s));
 }
 
 TEST(OrderPicks, ReceivedOrderLinesOfAVendor) {

@@ -15,7 +15,7 @@ db.execute("update 採購資料 set 轉稅='1' where 採購單號 in ('" + open[
 db.execute("update 採購資料 set 審單=null where 採購單號='" + open[3] + "'");
 
 const s = launch({ function: "物料採購作業", user: "主管甲", other: target });
-s.toolbar("整批審單");
+s.press("F11");
 equal(s.mode, "批審", "the batch page");
 equal([s.get("txt訂單日期1"), s.get("txt訂單日期2"), s.get("txt客戶單號2"), s.get("txt客戶單號4")],
     ["20250108", "20250115", "", "zzzzzzzz"], "its boxes");

@@ -76,3 +76,14 @@ enter(s);
 clock("2025-03-06 00:00:01");
 s.press("F8");
 equal([s.get("txt採購單號"), s.get("txt採購日期")], ["250306001", "20250305"], "the number has the day of the save");
+
+// A requisition's number may be typed; one that exists is refused, and stays to be mended.
+const q = launch({ function: "資材申購作業", user: "採購甲" });
+q.set("txt申購單號", db.query("select top 1 申購單號 from 原料申購資料 order by 申購單號")[0]["申購單號"]);
+q.grid("fml明細").type(1, "原料代號", "KMKB-01");
+onMessage("儲存錯誤", "申購單號重複!");
+q.press("F8");
+equal([q.mode, q.modified, q.grid("fml明細").lineCount], ["新增", true, 1], "the typing stays");
+q.set("txt申購單號", "自編一號");
+q.press("F8");
+equal([q.mode, db.query("select 原料代號 from 原料申購明細 where 申購單號='自編一號'").length], ["修改", 1], "another number is taken as it was typed");

@@ -47,6 +47,16 @@ strike("quick find", ["取得所有採購單號錯誤"], () => { s.set("txt速�
     kept();
 });
 
+// ---- what a document takes from another ----
+const Need = "select top 1 原料申購資料.申購單號 from 原料申購資料 inner join 原料申購明細 on 原料申購資料.申購單號=原料申購明細.申購單號 " +
+    "where 類別='紙板' and 審單='Y' and cast(數量 as float)>cast(已采購數 as float) order by 原料申購資料.申購單號 desc";
+strike("requisition into an order", ["取得申購單資料錯誤", "取得幣別資料錯誤", ...Lines], () => {
+    onWindow("frm採購輔助視窗_請購單", w => w.press("Enter"));
+    s.set("txt申購單位", db.query(Need)[0]["申購單號"]);
+    s.press("Enter");
+}, kept);
+check(g.lineCount > 0 && g.cell(1, "申購單號") === s.get("txt申購單位"), "its lines come in the end");
+
 // ---- the search page ----
 const list = ["開始查詢錯誤", "取得印表時間錯誤"];
 strike("search", list, () => s.press("F2"), () => equal(s.mode, "查詢", "the page is there"));
@@ -68,6 +78,19 @@ strike("approver", ["依業務代號取得業務資料錯誤"], () => {
     onWindow("frm單據審核", w => { w.set("lbl業務員名稱", "林佩珊"); w.press("Enter"); check(w.open, "the dialog stays open"); w.click("scmd取消"); });
     s.toolbar("審單");
 });
+
+// ---- a receipt and a requisition ----
+const r = launch({ function: "物料入庫作業", user: "主管甲" });
+r.press("F1");
+onWindow("frm廠商輔助視窗_驗收", w => w.press("Enter"));
+r.click("scmd廠商代號");
+strike("order into a receipt", ["取得採購單資料錯誤", ...Lines], () => { onWindow("frm採購輔助視窗", w => w.press("Enter")); r.click("scmd採購單號"); });
+check(r.grid("fml明細").lineCount > 0, "its lines come in the end");
+const q = launch({ function: "資材申購作業", user: "主管甲" });
+q.set("txt備注", "未存");
+strike("departments", ["取得所有片語資料錯誤"], () => { onWindow("frm片語輔助視窗", w => w.press("Enter")); q.click("scmd申購單位"); });
+strike("number of a requisition", ["取得申購單號流水號錯誤", "儲存錯誤", "取得所有申購單號錯誤", "顯示資料錯誤", "錯誤"], () => q.press("F8"),
+    () => equal([q.open, q.get("txt備注")], [true, "未存"], "what was typed is still there"));
 
 // ---- formulas ----
 const f = launch({ function: "原料計價公式", user: "admin" });

@@ -56,10 +56,12 @@ equal([s.mode, s.status(2), s.focused()], ["新增", "新增中...", "txt入庫�
 equal([s.get("txt入庫日期"), s.get("Cbo單別"), s.get("Cbo倉別"), s.get("txt入庫單號")], ["20250303", "采購入庫", "", ""], "with its defaults");
 s.set("Cbo倉別", s.items("Cbo倉別")[1]);
 const bin = s.get("Cbo倉別");
-fromVendor(s);
-equal(s.get("txt對帳日期"), "202503", "the month of reconciliation follows the vendor");
-const due = new Date(Date.UTC(2025, 2, 1 + days));
-equal(s.get("txt付款年月"), due.toISOString().slice(0, 7).replace("-", ""), "so does the month of payment");
+for (const [date, year, month] of [["20250325", 2025, 3], ["20250326", 2025, 4], ["20251226", 2026, 1], ["20250303", 2025, 3]]) {
+    s.set("txt入庫日期", date);
+    fromVendor(s);
+    const months = day => new Date(Date.UTC(year, month - 1, day)).toISOString().slice(0, 7).replace("-", "");
+    equal([s.get("txt對帳日期"), s.get("txt付款年月")], [months(1), months(1 + days)], "the months follow the vendor's terms on " + date);
+}
 fromOrder(s, "250228901");
 equal(s.get("txt採購單號"), "250228901", "the order is taken");
 let g = s.grid("fml明細");
@@ -77,19 +79,23 @@ const number = s.get("txt入庫單號");
 equal([s.mode, number, s.open], ["修改", "2503030001", true], "the screen goes on with the saved receipt");
 equal(inks.map((code, i) => stock("物料", code)[0] - before[i]), [11, 5], "stock rises by quantity and spares");
 equal(stock("物料", inks[0])[1], "20250303", "with the day");
+equal([s.visible("pic庫存"), parseFloat(s.get("lbl庫存").replace(/,/g, ""))], [true, stock("物料", inks[0])[0]], "the figures below the grid know it");
 equal([line("250228901", 1), line("250228901", 2)], [["10", "0", "Y"], ["5", "15", "N"]], "the order knows what came");
 equal(db.query("select 入庫數, 領料數, 儲位 from 原料板位明細 where 入庫單號='" + number + "' order by 原料代號").map(r => Object.values(r)),
     [["11", "0", bin], ["5", "0", bin]], "and the bins");
 clean("the plant is in order after a receipt");
 
-// ---- saved again as it is, down, out, too much ----
-update(s);
-equal(inks.map((code, i) => stock("物料", code)[0] - before[i]), [11, 5], "saving again changes nothing");
+// ---- saved again as it is, down, up, out, too much ----
 g = s.grid("fml明細");
-g.type(1, "數量", "6");
-update(s);
-equal([stock("物料", inks[0])[0] - before[0], line("250228901", 1)], [7, ["6", "4", "N"]], "less came after all: the line is open again");
-clean("the plant is in order after an edit down");
+for (const [typed, rises, state] of [["", [11, 5], ["10", "0", "Y"]], ["6", [7, 5], ["6", "4", "N"]], ["10", [11, 5], ["10", "0", "Y"]], ["6", [7, 5], ["6", "4", "N"]]]) {
+    if (typed) g.type(1, "數量", typed);
+    onMessage("資料更新", "資料儲存完畢!");
+    onMessage("詢問", "確定更新此筆資料?", "yes");
+    s.toolbar("save");
+    equal([s.open, inks.map((code, i) => stock("物料", code)[0] - before[i]), line("250228901", 1)], [true, rises, state], "saved again with " + (typed || "nothing changed"));
+    equal(s.grid("fml明細").lineCount, 2, "both lines stand");
+    clean("the plant is in order after an edit");
+}
 g.type(2, "數量", "21");
 onMessage("詢問", "確定更新此筆資料?", "yes");
 onMessage("提示", "第2筆輸入的入庫數已大於採購數量,請重新輸入!");
@@ -134,6 +140,8 @@ clean("the plant is in order after a deletion");
 // ---- board, line by line ----
 const boards = order("250228902", "紙板", vendor, "㎡");
 const sheets = stock("紙板", boards[0])[0];
+db.execute("insert into 採購計價公式 (單位1, 單位2, 基本單位, 計價單位, 公式, 序, 類別) values ('', '', '" +
+    one("select 單位 from 浪紙資料 where 浪紙代號='" + boards[0] + "'")["單位"] + "', '壞', '數量/(1-1)', 99, '紙板')");
 s = launch({ function: "浪紙入庫作業", user: "主管甲" });
 equal(s.title, "原料入庫作業", "board has the designed title");
 s.press("F1");
@@ -146,6 +154,13 @@ equal([g.lineCount, g.cell(1, "數量"), g.cell(1, "走紙才"), g.cell(1, "小�
 equal(s.get("cbo幣別"), "美金", "and its currency");
 g.type(1, "數量", "3");
 equal(g.cell(1, "小紙數"), "12", "small sheets follow");
+const amount = g.cell(1, "小計");
+g.type(1, "規格", "90*90");
+onMessage("計算", "單價公式預設不正確！請處新設置！");
+g.type(1, "單位", "壞");
+equal([g.cell(1, "小計"), g.colour(1, "小計"), s.get("txt合計")], [amount, "#ffd6d6", amount], "a formula that cannot be computed is told; the amount stays");
+g.type(1, "單位", "㎡");
+check(g.colour(1, "小計") !== "#ffd6d6", "another unit, another formula");
 screenshot("out/receipt_board.png");
 saved(s, "資料儲存");
 equal([stock("紙板", boards[0])[0] - sheets, line("250228902", 1)], [12, ["3", "7", "N"]], "board enters in pieces and counts in the order's unit");
@@ -157,6 +172,35 @@ equal(g.cell(2, "採購序"), "2", "a second line of the order");
 update(s);
 equal(line("250228902", 2), ["20", "0", "Y"], "is closed when all of it came");
 clean("the plant is in order after a second line");
+g = s.grid("fml明細");
+g.type(1, "走紙才", "5");
+equal(g.cell(1, "小紙數"), "15", "other sheets");
+g.type(1, "小紙數", "11");
+g.type(1, "單價", "4");
+equal(g.cell(1, "小紙數"), "11", "a price does not count sheets");
+update(s);
+equal(s.grid("fml明細").cell(1, "小紙數"), "11", "what was counted is what lies there");
+onMessage("還原詢問", "確定要還原此筆資料?", "yes");
+s.toolbar("reload");
+equal(g.cell(1, "小紙數"), "11", "also when it is read again");
+onWindow("frm單據審核", w => w.click("scmd確定"));
+onMessage("詢問", "操作成功,是否立即儲存?", "yes");
+onMessage("資料更新", "資料儲存完畢!");
+s.toolbar("審核");
+equal([stock("紙板", boards[0])[0] - sheets, line("250228902", 1)], [11, ["3", "7", "N"]], "and when it is approved");
+clean("the plant is in order after a count by hand");
+
+// ---- a board without an order, by its name and by its code ----
+s.press("F1");
+const shared = one("select top 1 浪紙名稱 from 浪紙資料 group by 浪紙名稱 having count(*)>1 order by 浪紙名稱")["浪紙名稱"];
+g = s.grid("fml明細");
+onWindow("frm原料輔助視窗", w => w.press("Esc"));
+g.type(1, "原料名稱", shared);
+equal([g.lineCount, g.cell(1, "原料名稱")], [0, ""], "a name that several boards bear is asked for; left, it leaves the row empty");
+g.type(1, "原料名稱", boards[1]);
+const board = one("select 浪紙名稱, 單位 from 浪紙資料 where 浪紙代號='" + boards[1] + "'");
+equal([g.cell(1, "原料代號"), g.cell(1, "原料名稱"), g.cell(1, "單位"), g.cell(1, "單位#2"), g.cell(1, "走紙才")], [boards[1], board["浪紙名稱"], board["單位"], board["單位"], "1"],
+    "a code is taken at once");
 
 // ---- papers and plates move the order only, and have no closing ----
 for (const [name, family, id] of [["紙品入庫作業", "紙品", "250228903"], ["凸版入庫作業", "凸版", "250228904"]]) {
@@ -167,8 +211,20 @@ for (const [name, family, id] of [["紙品入庫作業", "紙品", "250228903"],
     fromVendor(s);
     equal(s.enabled("scmd採購單號"), family !== "凸版", "the order key on " + family);
     fromOrder(s, id);
-    onMessage("錯誤", "無效的參數");
-    saved(s, "資料儲存");
+    const asks = doing => {
+        onMessage("錯誤", "無效的參數");
+        doing();
+    };
+    asks(() => saved(s, "資料儲存"));
     equal([line(id, 1), stock(family, codes[0])[0]], [["10", "0", "Y"], held], family + " changes the order, not the stock");
+    s.grid("fml明細").enter(2, "數量");
+    asks(() => s.click("scmd刪除"));
+    asks(() => update(s));
+    equal(line(id, 2), ["0", "20", "N"], "a line of it goes out");
+    onWindow("frm單據審核", w => w.click("scmd確定"));
+    onMessage("詢問", "操作成功,是否立即儲存?", "yes");
+    onMessage("資料更新", "資料儲存完畢!");
+    asks(() => s.toolbar("審核"));
+    equal([s.visible("pic復核"), line(id, 1), stock(family, codes[0])[0]], [true, ["10", "0", "Y"], held], "its approval moves nothing");
     clean("the plant is in order after " + family);
 }

@@ -62,10 +62,26 @@ s.grid("fml明細").enter(1, "數量");
 s.click("scmd刪除");
 equal([s.grid("fml明細").lineCount, s.get("txt合計")], [0, "0.00"], "all lines can go");
 
+// ---- a window that is left changes nothing ----
+onWindow("frm採購輔助視窗", w => w.press("Esc"));
+s.grid("fml明細").type(1, "採購單號", "25");
+equal([s.grid("fml明細").lineCount, s.grid("fml明細").cell(1, "採購單號")], [0, ""], "the row stays empty");
+enter(s, "4");
+s.grid("fml明細").enter(1, "採購單號");
+s.type("99");
+onWindow("frm採購輔助視窗", w => w.press("Esc"));
+s.press("F9");
+equal([s.grid("fml明細").cell(1, "採購單號"), s.grid("fml明細").cell(1, "數量")], ["250228901", "4.0000"], "a line keeps its order; typing and F9 open one window");
+onWindow("frm採購輔助視窗", w => { stage.failDatabaseAt(1); w.press("Enter"); });
+onMessage("取得採購單資料錯誤", "*");
+s.set("txt採購單號", "250228901");
+s.key("txt採購單號", "Enter");
+stage.failDatabaseAt(0);
+equal([s.grid("fml明細").lineCount, s.grid("fml明細").cell(1, "數量")], [1, "4.0000"], "lines that cannot be read leave those on the screen");
+
 // ---- closed months ----
 const held = stock(0);
 s.set("txt入庫日期", "20241115");
-enter(s, "4");
 says(() => s.press("F8"), [added], "a new receipt of a closed month is saved");
 const number = s.get("txt入庫單號");
 equal([s.get("txt入庫日期"), header(number)["入庫日期"]], ["20241201", "20241201"], "on the first day after it");
@@ -80,16 +96,14 @@ equal(s.grid("fml明細").lineCount, 1, "the line stays");
 
 // ---- approval, in the closed month too ----
 onWindow("frm單據審核", w => w.click("scmd確定"));
-says(() => s.toolbar("審核"), [["詢問", "操作成功,是否立即儲存?", "yes"], updated], "the receipt is approved");
+says(() => s.press("F12"), [["詢問", "操作成功,是否立即儲存?", "yes"], updated], "the receipt is approved");
 equal([header(number)["審核"], header(number)["審核人"], header(number)["審核日期"]], ["Y", "吳國棟", "20250303"], "with person and day");
 check(s.visible("pic復核"), "and its stamp");
 equal([stock(0) - held, line("250228901", 1)], [4, ["4", "6", "N"]], "approval moves nothing");
 db.execute("delete from 盤點資料_物料 where 盤點日期='2024-12-31'");
 says(() => s.press("F8"), [["提示", "該單已審單,不允許修改"]], "an approved receipt is not changed");
-for (const title of ["數量"]) {
-    s.grid("fml明細").type(1, title, "9");
-    equal(s.grid("fml明細").cell(1, title), "4", title + " takes no key");
-}
+s.grid("fml明細").type(1, "數量", "9");
+equal(s.grid("fml明細").cell(1, "數量"), "4", "its quantity takes no key");
 says(() => s.press("F3"), [["提示", "該單已審核﹐不允許刪除!"]], "nor deleted");
 db.execute("update 採購明細資料 set 送清='Y' where 採購單號='250228901' and 序=1");
 onWindow("frm單據審核", w => { w.choose("Opt審核(1)", "取消復核"); w.click("scmd確定"); });
@@ -183,6 +197,13 @@ equal([s.get("txt入庫單號"), s.grid("fml明細").cell(1, "數量")], [hidden
 s.set("txt入庫單號", "A-1");
 says(() => s.press("F8"), [added], "another one is taken");
 equal(s.get("txt入庫單號"), "A-1", "as it was typed");
+begin(s);
+enter(s, "1", 1, 1);
+stage.beforeStatement("BEGIN", () => db.execute("insert into 原料入庫資料 (入庫單號, 類別, 單別, 製單時間) values ('2503030003', '紙品', '采購入庫', '2025-03-03')"));
+says(() => s.press("F8"), [["儲存錯誤", "入庫單號重複!"]], "a number that was drawn and taken meanwhile is refused");
+equal([s.get("txt入庫單號"), s.modified], ["2503030003", true], "it stays on show");
+says(() => s.press("F8"), [added], "the next save draws anew");
+equal([s.get("txt入庫單號"), line("250228901", 2)], ["2503030004", ["3", "7", "N"]], "the next one");
 
 // ---- no number to be had ----
 s = open();
@@ -208,6 +229,7 @@ other.set("txt速查單號", hidden);
 other.click("scmd速查");
 says(() => other.press("F3"), [["刪除詢問", "確定要刪除此筆資料?", "yes"], ["資料刪除", "資料刪除完畢!"]], "another screen deletes the receipt");
 says(() => s.press("F8"), [sure, ["更新錯誤", "入庫單 " + hidden + " 已由其他使用者刪除!"]], "a receipt that is gone is not written");
+says(() => s.press("F5"), [["還原詢問", "確定要還原此筆資料?", "yes"], ["錯誤", "依入庫單號顯示資料發生錯誤!"]], "nor shown");
 says(() => s.press("F3"), [["刪除詢問", "確定要刪除此筆資料?", "yes"], ["刪除錯誤", "入庫單 " + hidden + " 已由其他使用者刪除!"]], "nor undone twice");
 clean("the plant is in order after all that");
 s = open();

@@ -128,6 +128,10 @@ const stands = key => { s.press(key); return g.currentRow(); };
 equal([stands("End"), stands("Home"), stands("Ctrl+End"), stands("Ctrl+Home")], [all, 1, all, 1], "to the ends of the list");
 const page2 = stands("PageDown");
 check(page2 > 10 && page2 < all && stands("PageDown") > page2 && stands("PageUp") === page2, "by pages");
+s.type("25");
+equal([s.visible("span查詢條件"), s.focused(), s.get("txt查詢內容(0)")], [true, "txt查詢內容(0)", "25"], "letters go to the condition");
+s.set("txt查詢內容(0)", "");
+s.click("scmd取消");
 
 for (const control of ["txt查詢內容(0)", "txt查詢內容(3)", "sopt查詢條件(2)", "Chk查詢廠商", "scmd確定"]) {
     s.click("scmd查詢條件");

@@ -1,3 +1,4 @@
+#include "frame/item_picks.h"
 #include "warehouse/receipt_plant.h"
 #include "warehouse/receipt_pricing.h"
 #include "warehouse/receipt_queries.h"
@@ -92,6 +93,7 @@ TEST(ReceiptPricing, PricesALineByFamilyUnitsAndVendor) {
             line.單位 = row.unit;
             line.數量 = row.quantity;
             putPrice(line, u"2.5"_s, canSeePrice);
+            settleStockQuantity(line);
             recalculateLine(line, {formulas, evaluator, row.category, u"PCS"_s, weights, canSeePrice});
             EXPECT_EQ(line.原小計, row.amount) << row.name.toStdString();
             EXPECT_EQ(line.小計, canSeePrice ? row.amount : u"******"_s) << row.name.toStdString();
@@ -104,10 +106,13 @@ TEST(ReceiptPricing, PricesALineByFamilyUnitsAndVendor) {
     line.單位 = u"壞"_s;
     line.數量 = u"3"_s;
     line.走紙才 = u"4"_s;
+    line.入庫數量 = u"11"_s;
     line.原小計 = u"8"_s;
     EXPECT_THROW(recalculateLine(line, {formulas, evaluator, u"紙板"_s, u"PCS"_s, weights, true}),
                  FormulaError);
-    EXPECT_EQ(line.原小計 + u'/' + line.入庫數量, u"8/12"_s);
+    EXPECT_EQ(line.原小計 + u'/' + line.入庫數量, u"8/11"_s);
+    settleStockQuantity(line);
+    EXPECT_EQ(line.入庫數量, u"12"_s);
 }
 
 TEST(ReceiptQueries, AnOrderBringsWhatIsOpen) {
@@ -117,7 +122,7 @@ TEST(ReceiptQueries, AnOrderBringsWhatIsOpen) {
                u"update 採購明細資料 set 已入庫數=null, 寬剖='' where 採購單號='P1' and 序=2",
                u"insert into 採購資料 (採購單號, 類別, 審單, 廠商代號) values ('P5', '物料', 'N', 'V1')",
                u"insert into 採購明細資料 (採購單號, 序, 原料代號, 數量) values ('P5', 1, 'IN1', '5')",
-               u"insert into 採購資料 (採購單號, 類別, 審單, 廠商代號) values ('P6', '物料', 'Y', '')",
+               u"insert into 採購資料 (採購單號, 類別, 審單, 廠商代號) values ('P6', '物料', 'Y', null)",
                u"insert into 採購明細資料 (採購單號, 序, 原料代號, 數量) values ('P6', 1, 'IN1', '5')"});
     struct Case {
         QString order, vendor, category, kind;
@@ -142,38 +147,77 @@ TEST(ReceiptQueries, AnOrderBringsWhatIsOpen) {
     }
     const ReceiptLines masked = linesOfOrder(connection, u"P1"_s, u"V1"_s, u"物料"_s, bought, false);
     EXPECT_EQ(masked.at(0).單價 + masked.at(0).原單價, u"******2"_s);
+    plant.session.formulaMode = u"物料"_s;
+    plant.session.pickVendor = u"V2"_s;
+    EXPECT_EQ(plant.rowsOf(openOrderLinePick().statements(plant.session, {}).at(0).text()).size(), 1)
+        << "an order without a vendor is anybody's";
 }
 
-TEST(ReceiptQueries, TheScopeHoldsInEveryList) {
+TEST(ReceiptQueries, AnItemIsFoundByItsCodeOrItsOwnName) {
+    ReceiptPlant plant;
+    plant.run({u"insert into 浪紙資料 (浪紙代號, 浪紙名稱) values ('KMK-2', 'K200')",
+               u"insert into 浪紙資料 (浪紙代號, 浪紙名稱) values ('A', 'KMK')",
+               u"insert into 浪紙資料 (浪紙代號, 浪紙名稱) values ('B', 'B180')"});
+    Connection connection(plant.pool, plant.target);
+    for (const auto& [typed, code] :
+         {std::pair(u"kmk"_s, u"KMK"_s), std::pair(u"KMK-2"_s, u"KMK-2"_s), std::pair(u"B180"_s, u"B"_s),
+          std::pair(u"K200"_s, QString()), std::pair(u"K2"_s, QString()), std::pair(QString(), QString())}) {
+        const auto item = findReceiptItem(connection, u"紙板"_s, typed);
+        EXPECT_EQ(item ? item->code : QString(), code) << typed.toStdString();
+    }
+}
+
+TEST(ReceiptQueries, ListsHoldWhatIsAskedFor) {
     ReceiptPlant plant;
     plant.session.category = u"物料"_s;
     plant.session.salesScope = u" And (業務員代號='S1' ) "_s;
     plant.run({u"insert into 廠商資料 (廠商代號, 業務員代號) values ('V1', 'S1')",
-               u"insert into 廠商資料 (廠商代號, 業務員代號) values ('V2', 'S2')",
-               u"insert into 原料入庫資料 (入庫單號, 類別, 單別, 廠商代號, 入庫日期) values ('1', '物料', "
-               u"'采購入庫', 'V1', '20250101')",
-               u"insert into 原料入庫資料 (入庫單號, 類別, 單別, 廠商代號, 入庫日期) values ('2', '物料', "
-               u"'采購入庫', 'V2', '20250101')",
-               u"insert into 原料入庫資料 (入庫單號, 類別, 單別, 廠商代號, 入庫日期) values ('3', '物料', "
-               u"'退貨', 'V1', '20250101')",
-               u"insert into 原料入庫資料 (入庫單號, 類別, 單別, 廠商代號, 入庫日期) values ('4', '物料', "
-               u"'退貨', 'V2', '20250101')",
-               u"insert into 原料入庫資料 (入庫單號, 類別, 單別, 廠商代號, 入庫日期) values ('T5', '物料', "
-               u"'退貨', 'V1', '20250101')",
-               u"insert into 原料入庫明細 (入庫單號, 序, 數量, 單價) values ('1', 1, '5', '77')",
-               u"insert into 原料入庫明細 (入庫單號, 序, 數量, 單價) values ('2', 1, '5', '77')"});
-    EXPECT_EQ(plant.rowsOf(receiptBrowseStatement(plant.session).text()), QStringList(u"1"_s));
+               u"insert into 廠商資料 (廠商代號, 業務員代號) values ('V2', 'S2')"});
     Connection connection(plant.pool, plant.target);
+    for (const auto& [number, kind, vendor, mark] :
+         {std::tuple("1", u"采購入庫"_s, "V1", "N"), std::tuple("2", u"采購入庫"_s, "V2", "N"),
+          std::tuple("3", u"退貨"_s, "V1", "N"), std::tuple("4", u"退貨"_s, "V2", "N"),
+          std::tuple("T5", u"退貨"_s, "V1", "N"), std::tuple("6", u"采購入庫"_s, "V1", "Y")}) {
+        connection.Execute(
+            sql(u"insert into 原料入庫資料 (入庫單號, 類別, 單別, 廠商代號, 審核, 入庫日期, 經辦代號, "
+                u"經辦名稱, 廠商單號) values ('{}', '物料', '{}', '{}', '{}', '20250101', 'S07', "
+                u"'鄭文龍', 'DN77')",
+                QString(number), kind, QString(vendor), QString(mark)));
+        connection.Execute(
+            sql(u"insert into 原料入庫明細 (入庫單號, 序, 採購單號, 原料代號, 原料名稱, 數量, 單價) "
+                u"values ('{}', 1, '250101', 'IN1', '油墨', '5', '77')",
+                QString(number)));
+    }
+    EXPECT_EQ(plant.rowsOf(receiptBrowseStatement(plant.session).text()), QStringList({u"1"_s, u"6"_s}));
     EXPECT_TRUE(findSentBack(plant.session, connection, u"3"_s));
     for (const auto& hidden : {u"1"_s, u"4"_s, u"T5"_s})
         EXPECT_FALSE(findSentBack(plant.session, connection, hidden));
-    for (int option = 0; option < 7; ++option) {
-        SearchInput input{option, option == 6 ? u"7"_s : QString(), u"20250101"_s, u"20250131"_s, {}};
-        const QStringList found =
-            plant.rowsOf(receiptSearchStatement(plant.session, input, option % 2 == 0, u"20250115"_s).text());
-        ASSERT_EQ(found.size(), 1) << option;
-        EXPECT_EQ(found[0].section(u'|', 0, 0), u"1"_s);
-        EXPECT_EQ(found[0].contains(u"77"), option % 2 == 0);
+    struct Case {
+        int option;
+        QString text;
+        bool unapproved;
+        QString found; ///< numbers, the latest first
+    };
+    const std::vector<Case> cases{
+        {0, {}, false, u"6,1"_s},   {0, {}, true, u"1"_s},      {0, u"6"_s, false, u"6"_s},
+        {1, u"01"_s, true, u"1"_s}, {1, u"02"_s, true, {}},     {2, u"N1"_s, true, u"1"_s},
+        {2, u"墨"_s, true, u"1"_s}, {3, u"V"_s, true, u"1"_s},  {3, u"1"_s, true, {}},
+        {4, u"07"_s, true, u"1"_s}, {4, u"文"_s, true, u"1"_s}, {5, u"DN"_s, true, u"1"_s},
+        {5, u"N7"_s, true, {}},     {6, u"7"_s, false, u"1"_s}, {6, u"14"_s, false, {}}};
+    for (const Case& row : cases) {
+        // The last one does not look at the dates.
+        const QString from = row.option == 6 ? u"20250201"_s : u"20250101"_s;
+        const SearchInput input{
+            row.option, row.text, from, u"20250131"_s, {{u"chk查詢審單"_s, row.unapproved}}};
+        for (const bool canSeePrice : {true, false}) {
+            QStringList numbers;
+            for (const QString& line : plant.rowsOf(
+                     receiptSearchStatement(plant.session, input, canSeePrice, u"20250115"_s).text())) {
+                numbers << line.section(u'|', 0, 0);
+                EXPECT_EQ(line.contains(u"|77|"), canSeePrice);
+            }
+            EXPECT_EQ(numbers.join(u','), row.found) << row.option << row.text.toStdString();
+        }
     }
 }
 

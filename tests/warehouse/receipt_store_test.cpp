@@ -178,6 +178,20 @@ TEST(ReceiptStore, HiddenPricesAreWhatIsSaved) {
     EXPECT_EQ(masked->lines[0].原單價, u"2"_s);
 }
 
+TEST(ReceiptStore, AReturnThatIsDeletedClosesItsLineAgain) {
+    Plant plant;
+    ReceiptSave save = plant.newReceipt(u"物料"_s, {Plant::line(u"P1"_s, u"1"_s, u"IN1"_s, u"10"_s)});
+    saveReceipt(plant.session, save);
+    save = plant.newReceipt(u"物料"_s, {Plant::line(u"P1"_s, u"1"_s, u"IN1"_s, u"-4"_s)});
+    save.header.入庫單號 = u"2501150002"_s;
+    save.header.單別 = u"退貨"_s;
+    saveReceipt(plant.session, save);
+    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"6|4|N"_s);
+    deleteReceipt(plant.session, save.header.入庫單號, save.lines, save.loadedStamp);
+    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"10|0|Y"_s);
+    EXPECT_EQ(plant.faults(), QStringList());
+}
+
 TEST(ReceiptStore, AReturnMadeHereNeverBlocksTheNextNumber) {
     Plant plant;
     const auto next = [&] {

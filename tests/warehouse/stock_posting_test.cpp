@@ -82,6 +82,20 @@ TEST(StockPosting, OrderLinesCloseAndOpenWithTheQuantity) {
     EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"10|0|Y"_s);
     post(u"-4"_s);
     EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"6|4|N"_s);
+    const auto undo = [&](const QString& quantity) {
+        reverseOrderLine(connection, ReceiptPlant::line(u"P1"_s, u"1"_s, u"IN1"_s, quantity));
+    };
+    undo(u"-4"_s);
+    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"10|0|Y"_s) << "all is here again";
+    undo(u"7"_s);
+    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"3|7|N"_s);
+    // Nobody opens a line closed by hand with nothing.
+    plant.run({u"update 採購明細資料 set 送清='Y' where 採購單號='P1' and 序=1"});
+    post(u"0"_s);
+    undo(u"0"_s);
+    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"3|7|Y"_s);
+    undo(u"3"_s);
+    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"0|10|N"_s) << "nothing has come";
 }
 
 TEST(StockPosting, PassesOverWhatIsNotThere) {

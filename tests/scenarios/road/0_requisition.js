@@ -3,6 +3,8 @@ clock("2025-03-03 08:00:00");
 const need = launch({ function: "資材申購作業", user: "主管甲" });
 equal(need.mode, "新增", "a new requisition");
 need.choose("Cbo類別", "物料");
+need.choose("Cbo請購原因", "安全庫存補充");
+need.choose("Cbo庫別", "物料倉");
 need.set("txt需求日期", "20250320");
 const wanted = db.query("select top 2 物料代號 from 物料資料 where 廠商代號='V013' order by 物料代號").map(r => r["物料代號"]);
 need.press("F6");

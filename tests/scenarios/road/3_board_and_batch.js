@@ -41,6 +41,34 @@ screenshot("out/11_batch.png");
 batch.press("F8");
 equal(db.query("select 審單 from 採購資料 where 採購單號='" + first + "'")[0]["審單"], "Y", "what was marked is approved");
 
+// What a spreadsheet holds is pasted in one go; a faulty cell waits in red.
+const pasted = launch({ function: "紙板採購作業", user: "主管甲" });
+pasted.type("V001");
+pasted.press("Enter");
+const codes = db.query("select top 3 浪紙代號 from 浪紙資料 where 進料單位='㎡' order by 浪紙代號").map(r => r["浪紙代號"]);
+pasted.grid("fml明細").paste(1, "代號", codes.map((code, i) => [code, "", "", "120*90", i === 1 ? "5包" : "200", "", "", "", "20250401", "", "60*45"].join("\t")).join("\r\n"));
+equal(pasted.notice(), "已貼上 32 格,1 格有誤(紅底)", "one cell is at fault");
+screenshot("out/13_paste.png");
+
+// Part of the board goes back to its vendor.
+const back = launch({ function: "浪紙入庫作業", user: "主管甲" });
+back.press("F1");
+back.set("Cbo單別", "退貨");
+onWindow("frm廠商輔助視窗_驗收", w => w.press("Enter"));
+back.set("txt廠商代號", "V001");
+back.key("txt廠商代號", "Enter");
+back.press("F6");
+onWindow("frm採購輔助視窗_退貨", w => w.press("Enter"));
+const returned = back.grid("fml明細");
+returned.type(1, "採購單號", board);
+returned.type(1, "數量", "5");
+equal(returned.cell(1, "數量"), "-5.0000", "the sign comes by itself");
+returned.enter(1, "數量");
+screenshot("out/14_return.png");
+onMessage("資料儲存", "資料儲存完畢!");
+back.press("F8");
+equal(Number(line()["已入庫數"]), open - 6, "the order has it open again");
+
 const masked = launch({ function: "紙板採購作業", user: "採購乙" });
 masked.set("txt速查單號", board);
 masked.press("Enter");
