@@ -1,14 +1,11 @@
 // Receipts with their posting, batch approval and the orders' search against the engine alone. Takes a demo plant:
 //   receipt_bench PLANT.db [ROUNDS]
 // The limit of each row replays the native statements and values that the program sent in the same run.
-#include "common/items.h"
 #include "common/text_values.h"
 #include "data/recordset.h"
-#include "formula/formula_definitions.h"
 #include "plant_bench.h"
 #include "purchasing/order_batch.h"
 #include "purchasing/order_queries.h"
-#include "warehouse/receipt_pricing.h"
 #include "warehouse/receipt_queries.h"
 #include "warehouse/receipt_store.h"
 #include <cstdio>
@@ -173,48 +170,6 @@ struct ReceiptBench : PlantBench {
             against(u"search of a %1, first page"_s.arg(period.name),
                     [&] { search(period.from, period.to); });
     }
-
-    void fill() {
-        const QString order = newOrder(350);
-        Connection connection(pool, session.connectionString);
-        CEval evaluator;
-        const FormulaTable formulas = loadFormulas(connection, FormulaOrder::ByPosition);
-        fillOnce(u"物料"_s, order, formulas, evaluator);
-        // Board goes by formulas and by the vendor's weights: the same order, over items of board.
-        const Recordset items = select(
-            connection, sql(u"select top 350 浪紙代號,浪紙名稱,進料單位 from 浪紙資料 order by 浪紙代號"));
-        for (int i = 0; i < 350; ++i) {
-            const int item = i % items.RecordCount();
-            connection.Execute(
-                sql(u"update 採購明細資料 set 原料代號='{}',原料名稱='{}',單位='㎡',規格='120*90' where "
-                    u"採購單號='{}' and 序={}",
-                    items.textAt(item, 0), items.textAt(item, 1), order, i + 1));
-        }
-        fillOnce(u"紙板"_s, order, formulas, evaluator);
-    }
-    void fillOnce(const QString& category, const QString& order, const FormulaTable& formulas,
-                  CEval& evaluator) {
-        std::vector<double> times;
-        size_t byFormula = 0, filled = 0;
-        for (int i = 0; i < rounds; ++i)
-            times.push_back(microseconds([&] {
-                Connection connection(pool, session.connectionString);
-                ReceiptLines lines =
-                    linesOfOrder(connection, order, u"V001"_s, category, u"采購入庫"_s, true);
-                const std::vector<double> weights = vendorWeights(connection, u"V001"_s);
-                byFormula = 0;
-                for (ReceiptLine& line : lines) {
-                    const auto item = findReceiptItem(connection, category, line.原料代號);
-                    recalculateLine(line, {formulas, evaluator, category, item ? item->stockUnit : QString(),
-                                           weights, true});
-                    byFormula += line.計價公式.startsWith(u"計價公式");
-                }
-                receiptTotal(lines, true);
-                filled = lines.size();
-            }));
-        row(u"fill of %1 lines of %2, %3 by formula"_s.arg(filled).arg(category).arg(byFormula),
-            median(times), 0);
-    }
 };
 
 } // namespace
@@ -228,6 +183,5 @@ int main(int argc, char** argv) {
         bench.saves(lines);
     bench.batchApproval();
     bench.searches();
-    bench.fill();
     return 0;
 }
