@@ -62,6 +62,8 @@ void EntryField::showText(const QString& text) {
     setText(text);
     setCursorPosition(0);
     typed = false;
+    // As on gaining the focus: what is typed next takes the place of what is shown.
+    if (hasFocus()) selectAll();
 }
 
 void EntryField::focusInEvent(QFocusEvent* event) {
