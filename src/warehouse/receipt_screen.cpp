@@ -266,9 +266,15 @@ void frm原料入庫作業::finish(const ReceiptSave& save) {
                  isApproved ? header.審核日期 : QString());
     markModified(false);
     session.messages.inform(save.isNew ? u"資料儲存"_s : u"資料更新"_s, u"資料儲存完畢!"_s);
-    if (!save.isNew) return showFigures();
-    reloadBrowse();
-    gotoRecord(header.入庫單號);
+    if (save.isNew) {
+        reloadBrowse();
+        gotoRecord(header.入庫單號);
+    } else {
+        showFigures();
+    }
+    const bool vendorKnown = header.廠商代號.isEmpty() || !header.廠商簡稱.isEmpty();
+    session.messages.notice(vendorKnown ? u"已儲存 %1"_s.arg(header.入庫單號)
+                                        : u"已儲存 %1,但查無廠商 %2"_s.arg(header.入庫單號, header.廠商代號));
 }
 
 void frm原料入庫作業::deleteRecord() {

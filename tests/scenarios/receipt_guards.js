@@ -62,6 +62,13 @@ s.grid("fml明細").enter(1, "數量");
 s.click("scmd刪除");
 equal([s.grid("fml明細").lineCount, s.get("txt合計")], [0, "0.00"], "all lines can go");
 
+// ---- an unknown vendor is told ----
+s.set("txt廠商代號", "ZZZ");
+says(() => s.press("F8"), [added], "a receipt without lines is saved");
+equal(s.notice(), "已儲存 " + s.get("txt入庫單號") + ",但查無廠商 ZZZ", "but nobody knows its vendor");
+says(() => s.press("F3"), [["刪除詢問", "確定要刪除此筆資料?", "yes"], ["資料刪除", "資料刪除完畢!"]], "it is deleted");
+begin(s);
+
 // ---- a window that is left changes nothing ----
 onWindow("frm採購輔助視窗", w => w.press("Esc"));
 s.grid("fml明細").type(1, "採購單號", "25");
