@@ -25,17 +25,9 @@ struct Case {
     QStringList names;
 };
 
+/// The file's escapes are those of JSON.
 QString unescaped(QString text) {
-    QString result;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != u'\\' || i + 1 == text.size()) {
-            result += text[i];
-            continue;
-        }
-        const QChar next = text[++i];
-        result += next == u'n' ? u'\n' : next == u't' ? u'\t' : next;
-    }
-    return result;
+    return QJsonDocument::fromJson(u"[\"%1\"]"_s.arg(text.replace(u'"', u"\\\""_s)).toUtf8())[0].toString();
 }
 
 QList<Case> readCases() {
@@ -44,13 +36,13 @@ QList<Case> readCases() {
     QList<Case> cases;
     for (const QString& line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
         if (line.startsWith(u'#')) continue;
-        QStringList fields = line.split(u'\t');
+        QStringList fields;
+        for (const QString& field : line.split(u'\t'))
+            fields += unescaped(field);
         if (fields.size() < 5) {
             ADD_FAILURE() << "short line: " << line.toStdString();
             continue;
         }
-        for (QString& field : fields)
-            field = unescaped(field);
         Case one{fields[0], fields[1], fields[2], fields[3], {}};
         for (const QJsonValue& name : QJsonDocument::fromJson(fields[4].toUtf8()).array())
             one.names += name.toString();
@@ -65,23 +57,8 @@ QString rowText(const QJsonArray& row) {
     for (const QJsonValue& value : row) {
         if (value.isNull()) values += u"null"_s;
         if (value.isString()) values += u"'%1'"_s.arg(value.toString());
-        if (value.isBool()) values += value.toBool() ? u"1"_s : u"0"_s;
         if (value.isDouble()) values += QString::number(value.toDouble(), 'g', 17);
         if (value.isObject()) values += QString::number(value[u"dec"].toString().toDouble(), 'g', 17);
-    }
-    return values.join(u", "_s);
-}
-
-QString rowText(const QVariantList& row) {
-    QStringList values;
-    for (const QVariant& value : row) {
-        if (!value.isValid()) {
-            values += u"null"_s;
-        } else if (value.typeId() == QMetaType::QString) {
-            values += u"'%1'"_s.arg(value.toString());
-        } else {
-            values += QString::number(value.toDouble(), 'g', 17);
-        }
     }
     return values.join(u", "_s);
 }
@@ -100,7 +77,7 @@ QString outcomeOf(const Case& one) {
             result = engine.run(batch);
         QStringList rows;
         for (const QVariantList& row : result.rows)
-            rows += rowText(row);
+            rows += rowText(QJsonArray::fromVariantList(row));
         if (!one.query.contains(u"order by"_s)) rows.sort();
         return result.names.join(u","_s) + u'\n' + rows.join(u'\n');
     } catch (const DatabaseError& error) {
