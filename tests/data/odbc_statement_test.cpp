@@ -9,38 +9,30 @@ using dialect::Literal;
 
 TEST(OdbcStatement, KnowsWhereASelectCanBeWritten) {
     struct Case {
-        const char16_t* statement;
-        const char16_t* table;
-        const char16_t* probe;
+        QString statement, table, probe;
     };
     const std::vector<Case> cases{
-        {u"Select * From [採購資料]", u"[採購資料]", u"Select * From [採購資料] WHERE 1=0"},
-        {u"select 申購單號 from [原料申購資料]where 1=1 order by 申購日期", u"[原料申購資料]",
-         u"select 申購單號 from [原料申購資料] WHERE 1=0"},
-        {u"select a from dbo.[採購 from 資料] order by a", u"dbo.[採購 from 資料]",
-         u"select a from dbo.[採購 from 資料] WHERE 1=0"},
-        {u"select top 1 a, (select max(b) from u) m from t where c=' from x'", u"t",
-         u"select top 1 a, (select max(b) from u) m from t WHERE 1=0"},
-        {u"select [a from b], 'x from y' from 料務_板位異動;", u"料務_板位異動",
-         u"select [a from b], 'x from y' from 料務_板位異動 WHERE 1=0"},
-        {u"select * from a, b", u"", u""},
-        {u"select * from a inner join b on a.x=b.x", u"", u""},
-        {u"select * from a x where 1=1", u"", u""},
-        {u"select distinct a from t", u"", u""},
-        {u"select a from t group by a", u"", u""},
-        {u"select a from t union all select a from u", u"", u""},
-        {u"select * from (select * from t) q", u"", u""},
-        {u"select 1", u"", u""},
-        {u"select 1 from", u"", u""},
-        {u"delete from t", u"", u""},
-        {u"", u"", u""},
-        {u"select * from [t", u"[t", u"select * from [t WHERE 1=0"},
+        {u"select 申購單號 from [原料申購資料]where 1=1 order by 申購日期"_s, u"[原料申購資料]"_s,
+         u"select 申購單號 from [原料申購資料]"_s},
+        {u"Select a From dbo.[採購 from 資料] order by a"_s, u"dbo.[採購 from 資料]"_s,
+         u"Select a From dbo.[採購 from 資料]"_s},
+        {u"select top 1 a, (select max(b) from u) m from t where c=' from x'"_s, u"t"_s,
+         u"select top 1 a, (select max(b) from u) m from t"_s},
+        {u"select [a from b], 'x from y' from 料務_板位異動;"_s, u"料務_板位異動"_s,
+         u"select [a from b], 'x from y' from 料務_板位異動"_s},
+        {u"select * from [t"_s, u"[t"_s, u"select * from [t"_s},
     };
     for (const Case& c : cases) {
-        const WritableSelect found = writableSelect(QString::fromUtf16(c.statement));
-        EXPECT_EQ(found.table, QString::fromUtf16(c.table)) << QString::fromUtf16(c.statement).toStdString();
-        EXPECT_EQ(found.probe, QString::fromUtf16(c.probe));
+        const WritableSelect found = writableSelect(c.statement);
+        EXPECT_EQ(found.table, c.table) << c.statement.toStdString();
+        EXPECT_EQ(found.probe, c.probe + u" WHERE 1=0"_s);
     }
+    for (const QString& readOnly :
+         {u"select * from a, b"_s, u"select * from a inner join b on a.x=b.x"_s,
+          u"select * from a x where 1=1"_s, u"select distinct a from t"_s, u"select a from t group by a"_s,
+          u"select a from t union all select a from u"_s, u"select * from (select * from t) q"_s,
+          u"select 1"_s, u"select 1 from"_s, u"delete from t"_s, u""_s})
+        EXPECT_EQ(writableSelect(readOnly).table, u"") << readOnly.toStdString();
 }
 
 TEST(OdbcStatement, TakesNamesOutOfTheirBrackets) {

@@ -1,4 +1,3 @@
-#include "data/recordset.h"
 #include "data/test_database.h"
 
 namespace liaowu {
@@ -24,6 +23,12 @@ protected:
         return rows;
     }
 
+    /// Starts a row of this code.
+    static void add(Recordset& rows, const QString& code) {
+        rows.AddNew();
+        rows.set(u"代號", code);
+    }
+
     QString stored(const char16_t* column, const char16_t* code) {
         const Recordset rows =
             select(connection, sql(u"select [{}] from [品項] where [代號]='{}'", column, code));
@@ -43,13 +48,9 @@ TEST_F(RecordsetWriteTest, AddNewReadsNoRows) {
     for (const Cursor cursor : {Cursor::Optimistic, Cursor::Batch}) {
         natives.clear();
         Recordset rows = open(u"select * from [品項]", cursor);
-        rows.AddNew();
-        rows.set(u"代號", cursor == Cursor::Batch ? u"n2"_s : u"n1"_s);
+        add(rows, cursor == Cursor::Batch ? u"n2"_s : u"n1"_s);
         rows.set(u"數量", 0.1);
-        if (cursor == Cursor::Batch)
-            rows.UpdateBatch();
-        else
-            rows.Update();
+        cursor == Cursor::Batch ? rows.UpdateBatch() : rows.Update();
         EXPECT_EQ(rows.text(u"數量"), u"0.1");
         EXPECT_TRUE(rows.isNull(u"名稱"));
         EXPECT_TRUE(sent(u"select").isEmpty()) << natives.join(u'\n').toStdString();
@@ -82,11 +83,17 @@ TEST_F(RecordsetWriteTest, UpdateWritesTheChangedColumnsOnly) {
     EXPECT_TRUE(natives.isEmpty()) << "nothing changed, nothing sent";
 }
 
-TEST_F(RecordsetWriteTest, NullsAreValuesLikeOthers) {
+TEST_F(RecordsetWriteTest, NullsAndKeysAreValuesLikeOthers) {
     Recordset rows = open(u"select * from [品項] order by [序]");
     rows.setNull(u"名稱");
     rows.Update();
     EXPECT_EQ(stored(u"名稱", u"A1"), u"(null)");
+    rows.set(u"代號", u"Z9"_s);
+    rows.Update();
+    rows.set(u"名稱", u"新"_s);
+    rows.Update();
+    EXPECT_EQ(stored(u"名稱", u"Z9"), u"新");
+    EXPECT_EQ(stored(u"名稱", u"A1"), u"(none)");
     rows.MoveNext();
     rows.set(u"名稱", u"膠"_s); // was null
     rows.set(u"數量", 1.0);
@@ -98,43 +105,27 @@ TEST_F(RecordsetWriteTest, NullsAreValuesLikeOthers) {
 TEST_F(RecordsetWriteTest, AColumnThatAnotherUserChangedIsAConflict) {
     struct Case {
         const char* what;
-        const char16_t* theirs;
-        const char16_t* column;
+        const char16_t *theirs, *column;
     };
-    const std::vector<Case> cases{
-        {"another sum", u"update [品項] set [數量]=9 where [代號]='A1'", u"數量"},
-        {"only another case", u"update [品項] set [名稱]=N'ab' where [代號]='A1'", u"名稱"},
-        {"now null", u"update [品項] set [數量]=null where [代號]='A1'", u"數量"},
-        {"deleted", u"delete from [品項] where [代號]='A1'", u"序"},
-    };
-    for (const Case& c : cases) {
+    for (const Case& c : {Case{"another sum", u"update [品項] set [數量]=9", u"數量"},
+                          Case{"only another case", u"update [品項] set [名稱]=N'ab'", u"名稱"},
+                          Case{"now null", u"update [品項] set [數量]=null", u"數量"},
+                          Case{"deleted", u"delete from [品項]", u"序"}}) {
         database.run({u"delete from [品項]", u"insert into [品項] values ('A1', N'AB', 1.5, 1)"});
         Recordset rows = open(u"select * from [品項]");
         EXPECT_EQ(rows.text(u"名稱"), u"AB");
         database.run({c.theirs});
         rows.set(QString::fromUtf16(c.column), 5.0);
-        QString text;
-        EXPECT_EQ(errorOf([&] { rows.Update(); }, &text), DatabaseError::Conflict) << c.what;
-        EXPECT_TRUE(text.contains(u"其他使用者")) << c.what;
+        EXPECT_TRUE(fails([&] { rows.Update(); }, DatabaseError::Conflict, u"其他使用者")) << c.what;
         EXPECT_NE(stored(c.column, u"A1"), u"5") << c.what;
     }
 }
 
-TEST_F(RecordsetWriteTest, TheKeyItselfCanChange) {
-    Recordset rows = open(u"select * from [品項] order by [序]");
-    rows.set(u"代號", u"Z9"_s);
-    rows.Update();
-    rows.set(u"名稱", u"新"_s);
-    rows.Update();
-    EXPECT_EQ(stored(u"名稱", u"Z9"), u"新");
-    EXPECT_EQ(stored(u"名稱", u"A1"), u"(none)");
-}
-
 TEST_F(RecordsetWriteTest, ATableWithoutKeyTakesNewRowsOnly) {
     Recordset rows = open(u"select * from [無鍵]");
-    for (const QString& value : {u"1"_s, u"1"_s}) {
+    for (int equal = 0; equal < 2; ++equal) {
         rows.AddNew();
-        rows.set(u"甲", value);
+        rows.set(u"甲", u"1"_s);
         rows.Update();
     }
     rows.AddNew();
@@ -142,26 +133,24 @@ TEST_F(RecordsetWriteTest, ATableWithoutKeyTakesNewRowsOnly) {
     rows.MoveFirst();
     ASSERT_EQ(rows.RecordCount(), 3);
     EXPECT_EQ(rows.textAt(2, 1), u"d");
-    QString text;
-    EXPECT_EQ(errorOf([&] { rows.set(u"甲", u"2"_s); }, &text), DatabaseError::Usage);
-    EXPECT_TRUE(text.contains(u"主鍵")) << text.toStdString();
+    EXPECT_TRUE(fails([&] { rows.set(u"甲", u"2"_s); }, DatabaseError::Usage, u"主鍵"));
     Recordset partial = open(u"select [名稱] from [品項]");
-    EXPECT_EQ(errorOf([&] { partial.set(u"名稱", u"x"_s); }), DatabaseError::Usage)
+    EXPECT_TRUE(fails([&] { partial.set(u"名稱", u"x"_s); }, DatabaseError::Usage))
         << "the key was not selected";
 }
 
 TEST_F(RecordsetWriteTest, WhatCannotBeWrittenIsRefused) {
     Recordset readOnly = open(u"select * from [品項]", Cursor::Static);
-    EXPECT_EQ(errorOf([&] { readOnly.AddNew(); }), DatabaseError::Usage);
-    EXPECT_EQ(errorOf([&] { readOnly.set(u"名稱", u"x"_s); }), DatabaseError::Usage);
-    EXPECT_EQ(errorOf([&] { readOnly.Update(); }), DatabaseError::Usage);
+    EXPECT_TRUE(fails([&] { readOnly.AddNew(); }, DatabaseError::Usage));
+    EXPECT_TRUE(fails([&] { readOnly.set(u"名稱", u"x"_s); }, DatabaseError::Usage));
+    EXPECT_TRUE(fails([&] { readOnly.Update(); }, DatabaseError::Usage));
     Recordset computed = open(u"select [代號], [序]+1 as [下] from [品項]");
-    EXPECT_EQ(errorOf([&] { computed.set(u"下", 1.0); }), DatabaseError::Usage);
+    EXPECT_TRUE(fails([&] { computed.set(u"下", 1.0); }, DatabaseError::Usage));
     Recordset joined = open(u"select a.[代號] from [品項] a inner join [品項] b on a.[代號]=b.[代號]");
-    EXPECT_EQ(errorOf([&] { joined.AddNew(); }), DatabaseError::Usage);
+    EXPECT_TRUE(fails([&] { joined.AddNew(); }, DatabaseError::Usage));
     Recordset rows = open(u"select * from [品項]");
     connection.Close();
-    EXPECT_EQ(errorOf([&] { rows.MoveFirst(); }), DatabaseError::Usage)
+    EXPECT_TRUE(fails([&] { rows.MoveFirst(); }, DatabaseError::Usage))
         << "not yet read, and its connection gone";
 }
 
@@ -174,9 +163,7 @@ TEST_F(RecordsetWriteTest, NumbersAndTextsTakeTheFormOfTheirColumn) {
     rows.Update();
     EXPECT_EQ(stored(u"數量", u"7.5"), u"12.5");
     EXPECT_EQ(stored(u"序", u"7.5"), u"0");
-    QString text;
-    EXPECT_EQ(errorOf([&] { rows.set(u"數量", u"12kg"_s); }, &text), DatabaseError::CastFailed);
-    EXPECT_TRUE(text.contains(u"「數量」")) << text.toStdString();
+    EXPECT_TRUE(fails([&] { rows.set(u"數量", u"12kg"_s); }, DatabaseError::CastFailed, u"「數量」"));
 }
 
 TEST_F(RecordsetWriteTest, LeavingAChangedRowWritesIt) {
@@ -184,12 +171,11 @@ TEST_F(RecordsetWriteTest, LeavingAChangedRowWritesIt) {
     rows.set(u"名稱", u"離開"_s);
     rows.MoveNext();
     EXPECT_EQ(stored(u"名稱", u"A1"), u"離開");
-    rows.AddNew();
-    rows.set(u"代號", u"n1"_s);
+    add(rows, u"n1"_s);
     rows.AddNew();
     EXPECT_EQ(stored(u"代號", u"n1"), u"n1");
     rows.set(u"代號", u"N1"_s);
-    EXPECT_EQ(errorOf([&] { rows.Update(); }), DatabaseError::DuplicateKey);
+    EXPECT_TRUE(fails([&] { rows.Update(); }, DatabaseError::DuplicateKey));
     rows.set(u"代號", u"n2"_s);
     rows.Update();
     EXPECT_EQ(rows.AbsolutePosition(), 4);
@@ -200,12 +186,11 @@ TEST_F(RecordsetWriteTest, ABatchWritesAllOrNothing) {
     Recordset rows = open(u"select * from [品項] order by [序]", Cursor::Batch);
     rows.set(u"名稱", u"改"_s);
     for (const QString& code : {u"n1"_s, u"n2"_s, u"b2"_s}) { // the last one is there already
-        rows.AddNew();
-        rows.set(u"代號", code);
+        add(rows, code);
         rows.Update();
     }
     EXPECT_TRUE(sent(u"insert").isEmpty()) << "a batch writes when told";
-    EXPECT_EQ(errorOf([&] { rows.UpdateBatch(); }), DatabaseError::DuplicateKey);
+    EXPECT_TRUE(fails([&] { rows.UpdateBatch(); }, DatabaseError::DuplicateKey));
     EXPECT_EQ(database.value(u"select count(*) from [品項]"), u"2");
     EXPECT_EQ(stored(u"名稱", u"A1"), u"紙板");
     EXPECT_FALSE(connection.inTransaction());
@@ -222,8 +207,7 @@ TEST_F(RecordsetWriteTest, ABatchJoinsTheTransactionAtHand) {
     {
         Transaction transaction(connection);
         Recordset rows = open(u"select * from [品項] where 1<>1", Cursor::Batch);
-        rows.AddNew();
-        rows.set(u"代號", u"n1"_s);
+        add(rows, u"n1"_s);
         rows.UpdateBatch();
         EXPECT_EQ(stored(u"代號", u"n1"), u"n1");
     }

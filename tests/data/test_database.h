@@ -2,6 +2,7 @@
 #include "data/connection.h"
 #include "data/connection_pool.h"
 #include "data/connection_string.h"
+#include "data/embedded_connection.h"
 #include "data/recordset.h"
 #include <QFile>
 #include <QTemporaryDir>
@@ -37,6 +38,25 @@ public:
     ConnectionPool pool;
 };
 
+/// What the engine answers by itself, untranslated: rows with their cells joined by "|".
+inline QStringList engineRows(sqlite3* handle, const QByteArray& statement) {
+    const auto append = [](void* rows, int count, char** cells, char**) {
+        QStringList texts;
+        for (int i = 0; i < count; ++i)
+            texts << QString::fromUtf8(cells[i]);
+        *static_cast<QStringList*>(rows) << texts.join(u'|');
+        return 0;
+    };
+    QStringList rows;
+    EXPECT_EQ(sqlite3_exec(handle, statement.constData(), append, &rows, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(handle);
+    return rows;
+}
+
+inline sqlite3* handleOf(Connection& connection) {
+    return static_cast<EmbeddedConnection&>(connection.physical()).handle();
+}
+
 /// Another program's handle on the same file.
 class OtherUser {
 public:
@@ -48,13 +68,7 @@ public:
     OtherUser(const OtherUser&) = delete;
     OtherUser& operator=(const OtherUser&) = delete;
 
-    void run(const char* statement) {
-        char* message = nullptr;
-        if (sqlite3_exec(handle, statement, nullptr, nullptr, &message) == SQLITE_OK) return;
-        const std::string text = message ? message : "failed";
-        sqlite3_free(message);
-        throw std::runtime_error(text);
-    }
+    QStringList run(const QByteArray& statement) { return engineRows(handle, statement); }
 
     sqlite3* handle = nullptr;
 };
@@ -69,6 +83,15 @@ int errorOf(Deed deed, QString* text = nullptr) {
         return error.nativeError;
     }
     return 0;
+}
+
+/// Whether `deed` throws a `DatabaseError` of this number that says so.
+template <typename Deed>
+testing::AssertionResult fails(Deed deed, int number, QStringView says = {}) {
+    QString text;
+    const int thrown = errorOf(deed, &text);
+    if (thrown == number && text.contains(says)) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << thrown << ": " << text.toStdString();
 }
 
 } // namespace liaowu
