@@ -1,6 +1,5 @@
 #include "data/schema/plant_database.h"
 #include "dbtool/demo.h"
-#include <QFile>
 #include <QHash>
 
 namespace liaowu {
