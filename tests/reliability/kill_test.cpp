@@ -1,18 +1,10 @@
 // A client that dies in the midst of a save or a delete leaves the document wholly there or wholly not.
 #include "common/document_numbers.h"
-#include "common/messages.h"
-#include "common/text_values.h"
-#include "data/connection_pool.h"
-#include "data/connection_string.h"
-#include "data/recordset.h"
-#include "data/schema/schema.h"
-#include "purchasing/order_store.h"
-#include "warehouse/check_plant.h"
-#include "warehouse/receipt_store.h"
-#include <QTemporaryDir>
+#include "purchasing/order_plant.h"
+#include "warehouse/receipt_plant.h"
+#include <QFileInfo>
 #include <chrono>
 #include <csignal>
-#include <gtest/gtest.h>
 #include <random>
 #include <sys/wait.h>
 #include <thread>
@@ -24,17 +16,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Items = 5;
-
-class Quiet : public Messages {
-public:
-    bool ask(const QString&, const QString&, bool) override { return false; }
-    void notice(const QString&) override {}
-
-protected:
-    void show(Icon, const QString& title, const QString& text) override {
-        std::fprintf(stderr, "[%s] %s\n", qPrintable(title), qPrintable(text));
-    }
-};
 
 /// A client without a screen that keeps saving and deleting orders and receipts.
 class Client {
@@ -77,29 +58,24 @@ private:
     QString anyReceipt() { return any(sql(u"select 入庫單號 from 原料入庫資料")); }
 
     OrderLine orderLine() {
-        OrderLine line;
-        line.原料代號 = u"M%1"_s.arg(1 + below(Items));
-        line.原料名稱 = line.原料代號;
-        line.單位 = u"pcs"_s;
-        line.數量 = line.未交數 = QString::number(10 + below(90));
-        line.單價 = line.原單價 = QString::number(1 + below(9));
-        line.寬剖 = u"1"_s;
-        line.送清 = u"N"_s;
-        return line;
+        return OrderPlant::line(u"M%1"_s.arg(1 + below(Items)), 10 + below(90), 1 + below(9));
+    }
+    /// Each document notes how many lines it has.
+    void save(OrderSave order) {
+        order.header.品質要求 = QString::number(order.lines.size());
+        saveOrder(session, order);
+    }
+    void save(ReceiptSave receipt) {
+        receipt.header.備註 = QString::number(receipt.lines.size());
+        saveReceipt(session, receipt);
     }
 
     void newOrder() {
-        OrderSave save;
-        save.isNew = save.canSeePrice = true;
-        save.header.採購單號 = nextDocumentNumber(session, orderNumbers());
-        save.header.類別 = u"物料"_s;
-        save.header.採購日期 = u"20250303"_s;
-        save.header.廠商代號 = u"V1"_s;
-        save.header.審單 = u"Y"_s;
+        OrderSave order = OrderPlant::newOrder(nextDocumentNumber(session, orderNumbers()), {});
+        order.header.審單 = u"Y"_s;
         for (int n = 1 + below(12); n > 0; --n)
-            save.lines.push_back(orderLine());
-        save.header.品質要求 = QString::number(save.lines.size());
-        saveOrder(session, save);
+            order.lines.push_back(orderLine());
+        save(order);
     }
 
     void changeOrder() {
@@ -110,14 +86,13 @@ private:
             order = loadOrder(connection, number, true);
         }
         if (!order) return;
-        OrderSave save;
-        save.canSeePrice = save.mayApprove = save.overwrite = true;
-        save.header = order->header;
-        save.lines = save.loaded = order->lines;
-        save.lastDocumentNumber = number;
-        save.lines.push_back(orderLine());
-        save.header.品質要求 = QString::number(save.lines.size());
-        saveOrder(session, save);
+        OrderSave changed;
+        changed.canSeePrice = changed.mayApprove = changed.overwrite = true;
+        changed.header = order->header;
+        changed.lines = changed.loaded = order->lines;
+        changed.lastDocumentNumber = number;
+        changed.lines.push_back(orderLine());
+        save(changed);
     }
 
     void removeOrder() {
@@ -132,15 +107,10 @@ private:
                                                 order));
         ReceiptLines lines;
         for (; !rows.EOF_(); rows.MoveNext()) {
-            ReceiptLine line;
-            line.採購單號 = order;
-            line.原料代號 = rows.text(u"原料代號");
-            line.採購序 = rows.text(u"序");
-            line.數量 = line.入庫數量 = numberText(1 + below(static_cast<int>(val(rows.text(u"未交數")))));
-            line.備品 = QString::number(below(3));
-            line.單價 = line.原單價 = u"1"_s;
-            line.走紙才 = u"1"_s;
-            lines.push_back(line);
+            const int quantity = 1 + below(static_cast<int>(val(rows.text(u"未交數"))));
+            lines.push_back(ReceiptPlant::line(order, rows.text(u"序"), rows.text(u"原料代號"),
+                                               numberText(quantity), QString::number(below(3)),
+                                               numberText(quantity)));
         }
         return lines;
     }
@@ -148,34 +118,32 @@ private:
     void newReceipt() {
         const QString order = anyOrder();
         if (order.isEmpty()) return;
-        ReceiptSave save;
-        save.isNew = save.canSeePrice = true;
-        save.lines = openLines(order);
-        if (save.lines.empty()) return;
-        save.header.入庫單號 = nextDocumentNumber(session, receiptNumbers());
-        save.header.類別 = u"物料"_s;
-        save.header.入庫日期 = u"20250303"_s;
-        save.header.廠商代號 = u"V1"_s;
-        save.header.單別 = u"采購入庫"_s;
-        save.header.倉別 = u"A區"_s;
-        save.header.審核 = u"N"_s;
-        save.header.備註 = QString::number(save.lines.size());
-        saveReceipt(session, save);
+        ReceiptSave receipt;
+        receipt.isNew = receipt.canSeePrice = true;
+        receipt.lines = openLines(order);
+        if (receipt.lines.empty()) return;
+        receipt.header.入庫單號 = nextDocumentNumber(session, receiptNumbers());
+        receipt.header.類別 = u"物料"_s;
+        receipt.header.入庫日期 = u"20250303"_s;
+        receipt.header.廠商代號 = u"V1"_s;
+        receipt.header.單別 = u"采購入庫"_s;
+        receipt.header.倉別 = u"A區"_s;
+        receipt.header.審核 = u"N"_s;
+        save(receipt);
     }
 
     void changeReceipt() {
         const auto receipt = loaded(anyReceipt());
         if (!receipt) return;
-        ReceiptSave save;
-        save.canSeePrice = save.mayApprove = save.overwrite = true;
-        save.header = receipt->header;
-        save.lines = save.saved = receipt->lines;
-        save.savedNumber = receipt->header.入庫單號;
-        if (save.lines.size() > 1) save.lines.pop_back();
-        for (ReceiptLine& line : save.lines)
+        ReceiptSave changed;
+        changed.canSeePrice = changed.mayApprove = changed.overwrite = true;
+        changed.header = receipt->header;
+        changed.lines = changed.saved = receipt->lines;
+        changed.savedNumber = receipt->header.入庫單號;
+        if (changed.lines.size() > 1) changed.lines.pop_back();
+        for (ReceiptLine& line : changed.lines)
             line.數量 = line.入庫數量 = numberText(std::max(1.0, val(line.數量) - 1));
-        save.header.備註 = QString::number(save.lines.size());
-        saveReceipt(session, save);
+        save(changed);
     }
 
     void removeReceipt() {
@@ -189,8 +157,8 @@ private:
     }
 
     ConnectionPool pool;
-    Quiet quiet;
-    Session session{pool, quiet};
+    ToldMessages messages;
+    Session session{pool, messages};
     std::mt19937 random;
 };
 
@@ -233,27 +201,22 @@ QStringList halfWritten(Connection& connection) {
 TEST(Reliability, KilledAtAnyMomentLeavesNothingHalfWritten) {
     const int kills =
         qEnvironmentVariableIsSet("LIAOWU_KILLS") ? qEnvironmentVariableIntValue("LIAOWU_KILLS") : 200;
-    QTemporaryDir folder;
-    const QString connection = connectionStringFor(folder.filePath(u"plant.db"_s));
-    ConnectionPool pool;
-    createSchema(pool, connection);
-    {
-        Connection link(pool, connection);
-        for (int i = 1; i <= Items; ++i)
-            link.Execute(sql(u"insert into 物料資料 (物料代號,物料名稱,庫存,單位,進價,幣別) values "
-                             u"('M{}','M{}','0','pcs','1','')",
-                             i, i));
-    }
+    PlantDatabase plant;
+    for (int i = 1; i <= Items; ++i)
+        Connection(plant.pool, plant.target)
+            .Execute(sql(u"insert into 物料資料 (物料代號,物料名稱,庫存,單位,進價,幣別) values "
+                         u"('M{}','M{}','0','pcs','1','')",
+                         i, i));
     std::mt19937 random(4711);
     int struckInTransaction = 0;
     for (int i = 0; i < kills; ++i) {
         // Nothing of the engine may be open across a fork.
-        pool.clear();
+        plant.pool.clear();
         int ready[2];
         ASSERT_EQ(pipe(ready), 0);
         const pid_t child = fork();
         ASSERT_GE(child, 0);
-        if (child == 0) workForever(connection, static_cast<unsigned>(i) * 7919u, ready[1]);
+        if (child == 0) workForever(plant.target, static_cast<unsigned>(i) * 7919u, ready[1]);
         close(ready[1]);
         char byte = 0;
         ASSERT_EQ(read(ready[0], &byte, 1), 1) << "the client failed by itself";
@@ -264,15 +227,12 @@ TEST(Reliability, KilledAtAnyMomentLeavesNothingHalfWritten) {
         waitpid(child, &status, 0);
         ASSERT_TRUE(WIFSIGNALED(status));
         // A journal with frames behind its last commit is what a death in the midst leaves.
-        struckInTransaction += QFileInfo(folder.filePath(u"plant.db-wal"_s)).size() > 0;
-        Connection link(pool, connection);
+        struckInTransaction += QFileInfo(plant.file + u"-wal"_s).size() > 0;
+        Connection link(plant.pool, plant.target);
         ASSERT_EQ(halfWritten(link), QStringList()) << "after kill " << i;
     }
-    Connection link(pool, connection);
-    const int orders =
-        static_cast<int>(val(select(link, sql(u"select count(*) as n from 採購資料")).text(0)));
-    const int receipts =
-        static_cast<int>(val(select(link, sql(u"select count(*) as n from 原料入庫資料")).text(0)));
+    const int orders = plant.value(u"select count(*) from 採購資料").toInt();
+    const int receipts = plant.value(u"select count(*) from 原料入庫資料").toInt();
     std::printf("[ killed   ] %d times, journal in use %d times; %d orders and %d receipts stand\n", kills,
                 struckInTransaction, orders, receipts);
     EXPECT_GT(orders, kills / 20);
