@@ -43,20 +43,19 @@ TEST_F(ConnectionTest, EveryPhysicalConnectionHasItsSettings) {
 
 TEST_F(ConnectionTest, ExecuteCountsTheRowsItTouched) {
     Connection connection(database.pool, database.target);
-    EXPECT_EQ(
-        connection.Execute(sql(u"insert into [採購資料] ([採購單號],[備註]) values ('{}','{}'); "
-                               u"insert into [採購資料] ([採購單號]) select [採購單號]+'{}' from [採購資料]",
-                               u"x", u"note", u"y")),
-        2)
+    const auto execute = [&](QStringView statement) { return connection.Execute(sql(statement)); };
+    EXPECT_EQ(execute(u"insert into [採購資料] ([採購單號]) values ('x'); "
+                      "insert into [採購資料] ([採購單號]) select [採購單號]+'y' from [採購資料]"),
+              2)
         << "a batch runs in order";
-    EXPECT_EQ(connection.Execute(sql(u"update [採購資料] set [備註]='x' where [採購單號]>'1'")), 2);
-    EXPECT_EQ(connection.Execute(sql(u"update [採購資料] set [備註]='x' where [採購單號]='9'")), 0);
-    const Recordset rows =
-        select(connection,
-               sql(u"delete from [採購資料] where [採購單號]='{}'; select [採購單號] from [採購資料]", u"x"));
+    EXPECT_EQ(execute(u"update [採購資料] set [備註]='x' where [採購單號]>'1'"), 2);
+    EXPECT_EQ(execute(u"update [採購資料] set [備註]='x' where [採購單號]='9'"), 0);
+    const Recordset rows = select(connection, sql(u"delete from [採購資料] where [採購單號]='{}'; "
+                                                  "select [採購單號] from [採購資料]",
+                                                  u"x"));
     ASSERT_EQ(rows.RecordCount(), 1);
     EXPECT_EQ(rows.text(u"採購單號"), u"xy");
-    EXPECT_EQ(connection.Execute(sql(u"delete from [採購資料]")), 1);
+    EXPECT_EQ(execute(u"delete from [採購資料]"), 1);
 }
 
 TEST_F(ConnectionTest, RollsBackWhatWasNotCommitted) {
@@ -96,17 +95,10 @@ TEST_F(ConnectionTest, RefusesMisuse) {
     connection.Open(database.target);
     EXPECT_TRUE(fails([&] { connection.Open(database.target); }, DatabaseError::Usage));
     EXPECT_TRUE(fails([&] { connection.CommitTrans(); }, DatabaseError::Usage));
+    EXPECT_TRUE(fails([&] { select(connection, sql(u"delete from [採購資料]")); }, DatabaseError::Usage));
     connection.BeginTrans();
     EXPECT_TRUE(fails([&] { connection.BeginTrans(); }, DatabaseError::Usage));
     EXPECT_TRUE(connection.inTransaction());
-}
-
-TEST_F(ConnectionTest, DuplicatesSurfaceWithTheServersNumber) {
-    Connection connection(database.pool, database.target);
-    add(connection, u"a1"_s);
-    for (const QString& number : {u"a1"_s, u"A1"_s, u"a1 "_s})
-        EXPECT_TRUE(fails([&] { add(connection, number); }, DatabaseError::DuplicateKey, u"「採購資料」"));
-    EXPECT_EQ(count(), u"1");
 }
 
 TEST_F(ConnectionTest, SecondConnectionDuringATransactionIsForbiddenOnDemand) {
@@ -178,17 +170,6 @@ TEST_F(ConnectionTest, ReadOnlyDatabasesAreReadAndNotWritten) {
     check(database.target);
 }
 
-TEST_F(ConnectionTest, UnknownNamesHaveTheServersNumbers) {
-    Connection connection(database.pool, database.target);
-    EXPECT_TRUE(
-        fails([&] { select(connection, sql(u"select * from [不存在]")); }, DatabaseError::InvalidObject));
-    EXPECT_TRUE(fails([&] { select(connection, sql(u"select [不存在] from [採購資料]")); },
-                      DatabaseError::InvalidColumn));
-    EXPECT_TRUE(
-        fails([&] { connection.Execute(sql(u"delete from [不存在]")); }, DatabaseError::InvalidObject));
-    EXPECT_TRUE(fails([&] { select(connection, sql(u"delete from [採購資料]")); }, DatabaseError::Usage));
-}
-
 TEST_F(ConnectionTest, AReplacedFileIsOpenedAnew) {
     database.run({u"insert into [採購資料] ([採購單號]) values ('old')"});
     TestDatabase other;
@@ -219,17 +200,6 @@ TEST_F(ConnectionTest, AChangedSchemaIsNoticed) {
     EXPECT_EQ(select(connection, sql(u"select * from [採購資料]")).columnNames(), QStringList{u"甲"_s});
     connection.RollbackTrans();
     EXPECT_EQ(select(connection, sql(u"select * from [採購資料]")).columnCount(), 3);
-}
-
-TEST_F(ConnectionTest, TheClockCanBeFrozen) {
-    const auto now = [this] {
-        return QDateTime::fromString(database.value(u"SELECT dbo.DT(9) AS 時間"), u"yyyy-MM-dd HH:mm:ss");
-    };
-    const QDateTime frozen(QDate(2025, 1, 15), QTime(8, 30));
-    database.pool.setClock(frozen);
-    EXPECT_EQ(now(), frozen);
-    database.pool.setClock({});
-    EXPECT_LE(std::abs(now().secsTo(QDateTime::currentDateTime())), 60);
 }
 
 TEST_F(ConnectionTest, TraceShowsWhatTheEngineGot) {
@@ -270,15 +240,12 @@ TEST_F(ConnectionTest, ACommitThatFailsHasRolledBack) {
     EXPECT_FALSE(connection.inTransaction());
     EXPECT_EQ(count(), u"0");
     connection.BeginTrans();
-    add(connection, u"1"_s);
     connection.CommitTrans();
-    EXPECT_EQ(count(), u"1");
 }
 
 void saveDocument(ConnectionPool& pool, const QString& target) {
     Connection connection(pool, target);
-    Recordset existing =
-        select(connection, sql(u"select [採購單號] from [採購資料] where [採購單號]='head'"));
+    select(connection, sql(u"select [採購單號] from [採購資料] where [採購單號]='head'"));
     Transaction transaction(connection);
     connection.Execute(sql(u"delete from [採購資料] where [備註]='line'"));
     Recordset header;

@@ -138,6 +138,9 @@ TEST(DialectDates, FollowTheClockOfTheServer) {
                            u"2024-03-05 13:02:03.457"_s}});
     engine.pool.setClock(engine.now.addDays(1));
     EXPECT_EQ(valueOf(engine, u"dbo.DT(9)"_s), u"2024-03-06 13:04:05");
+    engine.pool.setClock({});
+    const QDateTime running = QDateTime::fromString(valueOf(engine, u"dbo.DT(9)"_s), u"yyyy-MM-dd HH:mm:ss");
+    EXPECT_LE(std::abs(running.secsTo(QDateTime::currentDateTime())), 60);
 }
 
 TEST(DialectResults, TellWhereRowsCanBeWritten) {
