@@ -60,17 +60,18 @@ QString refusalOf(Deed deed) {
     return {};
 }
 
-/// Fails every database call of `deed` in turn, until it goes through: after each failure what `stored` gives must be as it was.
+/// Fails every database call of a deed in turn, until it goes through: after each failure what `stored` gives must be as it was.
 /// Gives the number of calls.
 template <typename Stored, typename Deed>
-int failEveryCall(ConnectionPool& pool, Stored stored, Deed deed) {
+int failEveryCall(const char* name, ConnectionPool& pool, Stored stored, Deed deed) {
+    SCOPED_TRACE(name);
     const auto before = stored();
     for (int call = 1; call < 1000; ++call) {
         pool.failAt(call);
         const int error = errorOf(deed);
         pool.failAt(0);
         if (error == 0) {
-            EXPECT_FALSE(stored() == before) << "the deed did nothing in the end";
+            EXPECT_FALSE(stored() == before) << "nothing was done in the end";
             return call - 1;
         }
         EXPECT_EQ(error, DatabaseError::Injected) << "call " << call;

@@ -193,26 +193,26 @@ TEST(OrderStore, ADeleteIsRefused) {
 
 TEST(OrderStore, AConnectionThatFailsAtAnyCallLeavesNothingHalfDone) {
     OrderPlant plant;
-    const auto fail = [&](const auto& deed) {
+    const auto fail = [&](const char* name, const auto& deed) {
         return failEveryCall(
-            plant.pool, [&] { return plant.everything(); }, deed);
+            name, plant.pool, [&] { return plant.everything(); }, deed);
     };
-    const auto failSave = [&](const OrderSave& order) {
-        return fail([&] {
+    const auto failSave = [&](const char* name, const OrderSave& order) {
+        return fail(name, [&] {
             OrderSave save = order;
             saveOrder(plant.session, save);
         });
     };
     OrderSave board = plant.saved(plant.newOrder(u"N2"_s, {plant.line(u"B1"_s, 10, 9)}, u"紙板"_s));
-    const int added = failSave(
-        plant.newOrder(u"N1"_s, {plant.line(u"M1"_s, 10, 8, u"R1"_s), plant.line(u"M2"_s, 5, 2, u"R1"_s)}));
+    const int added = failSave("new", plant.newOrder(u"N1"_s, {plant.line(u"M1"_s, 10, 8, u"R1"_s),
+                                                               plant.line(u"M2"_s, 5, 2, u"R1"_s)}));
     OrderSave edit = plant.loaded(u"N1"_s);
     edit.lines[0].單價 = edit.lines[0].原單價 = u"9"_s;
     edit.lines.back() = plant.line(u"M2"_s, 2, 6);
-    const int changed = failSave(edit);
+    const int changed = failSave("edit", edit);
     board.lines[0].單價 = board.lines[0].原單價 = u"11"_s;
-    const int fed = failSave(board);
-    const int removed = fail([&] { deleteOrder(plant.session, u"N1"_s); });
+    const int fed = failSave("edit of board", board);
+    const int removed = fail("delete", [&] { deleteOrder(plant.session, u"N1"_s); });
     std::printf("failed calls: new %d, edit %d, edit of board %d, delete %d\n", added, changed, fed, removed);
     EXPECT_GT(std::min({added, changed, fed, removed}), 8);
     EXPECT_EQ(plant.rows(u"select 採購單號 from 採購資料"), QStringList(u"N2"_s))
