@@ -1,5 +1,6 @@
 #pragma once
 #include "common/messages.h"
+#include "common/refusal.h"
 #include "common/session.h"
 #include "data/schema/plant_database.h"
 
@@ -33,11 +34,13 @@ public:
     }
 
     /// Everything that stands in these tables.
-    QStringList contents(const QStringList& tables) {
+    QStringList contents(std::initializer_list<const char16_t*> tables) {
         QStringList all;
-        for (const QString& table : tables)
+        for (const char16_t* name : tables) {
+            const QString table = QString::fromUtf16(name);
             for (const QString& row : rowsOf(QStringLiteral("select * from [%1]").arg(table)))
                 all << table + row;
+        }
         all.sort();
         return all;
     }
@@ -45,5 +48,37 @@ public:
     ToldMessages messages;
     Session session{pool, messages};
 };
+
+/// "title: text" of the `Refusal` that `deed` throws; empty when it throws none.
+template <typename Deed>
+QString refusalOf(Deed deed) {
+    try {
+        deed();
+    } catch (const Refusal& refusal) {
+        return refusal.title + QStringLiteral(": ") + refusal.text;
+    }
+    return {};
+}
+
+/// Fails every database call of a deed in turn, until it goes through: after each failure what `stored` gives must be as it was.
+/// Gives the number of calls.
+template <typename Stored, typename Deed>
+int failEveryCall(const char* name, ConnectionPool& pool, Stored stored, Deed deed) {
+    SCOPED_TRACE(name);
+    const auto before = stored();
+    for (int call = 1; call < 1000; ++call) {
+        pool.failAt(call);
+        const int error = errorOf(deed);
+        pool.failAt(0);
+        if (error == 0) {
+            EXPECT_FALSE(stored() == before) << "nothing was done in the end";
+            return call - 1;
+        }
+        EXPECT_EQ(error, DatabaseError::Injected) << "call " << call;
+        EXPECT_TRUE(stored() == before) << "something is left of what failed at call " << call;
+    }
+    ADD_FAILURE() << "never goes through";
+    return 0;
+}
 
 } // namespace liaowu

@@ -14,8 +14,8 @@ public:
              u"insert into 匯率修改記錄 (幣別,匯率,修改日期) values "
              u"('美金','3','20240101'),('美金','3.5','20240601'),('美金','4','20250101'),"
              u"('日圓','0','20240101'),('台幣','2','20240101')",
-             u"insert into 匯率修改記錄 (材質名稱,匯率,修改日期) values ('K','0.5','20240101')",
-             u"insert into 匯率修改記錄 (幣別,匯率,修改日期,材質名稱) values (null,'0.25','20240102','M')"});
+             u"insert into 匯率修改記錄 (幣別,匯率,修改日期,材質名稱) values "
+             u"('','0.5','20240101','K'),(null,'0.25','20240102','M')"});
     }
 };
 
@@ -24,46 +24,27 @@ public:
 TEST(Currency, AmountsAtTodaysRates) {
     Rates plant;
     Connection connection(plant.pool, plant.target);
-    struct Case {
-        QString from, to;
-        double amount, result;
-    };
-    const Case cases[] = {{u"美金"_s, u"台幣"_s, 100, 400},
-                          {u"台幣"_s, u"美金"_s, 100, 25},
-                          {u"美金"_s, u""_s, 100, 400},
-                          {u" 美金 "_s, u"美金"_s, 0.12345678, 0.12345678},
-                          {u""_s, u" "_s, 7, 7},
-                          {u"歐元"_s, u"台幣"_s, 5, 5},
-                          {u"歐元"_s, u"美金"_s, 8, 2},
-                          {u"日圓"_s, u"台幣"_s, 5, 5},
-                          {u"台幣"_s, u"日圓"_s, 5, 5},
-                          {u"台幣"_s, u"港幣"_s, 5, 5},
-                          {u"台幣"_s, u"歐元"_s, 0.1234567, 0.123457},
-                          {u""_s, u"美金"_s, 8, 2},
-                          {u"美金"_s, u"台幣"_s, -2.5, -10},
-                          {u"x' or 1=1 --"_s, u"台幣"_s, 3, 3}};
-    for (const Case& c : cases)
-        EXPECT_EQ(convertCurrency(connection, c.from, c.amount, c.to), c.result)
-            << c.from.toStdString() << " > " << c.to.toStdString();
+    const auto cases = casesOf<4>(
+        {u"美金|台幣|100|400", u"台幣|美金|100|25", u"美金||100|400", u" 美金 |美金|0.12345678|0.12345678",
+         u"| |7|7", u"歐元|台幣|5|5", u"歐元|美金|8|2", u"日圓|台幣|5|5", u"台幣|日圓|5|5", u"台幣|港幣|5|5",
+         u"台幣|歐元|0.1234567|0.123457", u"|美金|8|2", u"美金|台幣|-2.5|-10", u"x' or 1=1 --|台幣|3|3"});
+    for (const auto& [from, to, amount, result] : cases)
+        EXPECT_EQ(convertCurrency(connection, from, amount.toDouble(), to), result.toDouble())
+            << from << " > " << to;
 }
 
 TEST(Currency, TheSourcesRateIsThatOfBefore) {
     Rates plant;
     Connection connection(plant.pool, plant.target);
-    struct Case {
-        QString from, to, date;
-        double amount, result;
-    };
-    const Case cases[] = {
-        {u"美金"_s, u"台幣"_s, u"20240601"_s, 10, 30},  {u"美金"_s, u"台幣"_s, u"20240602"_s, 10, 35},
-        {u"美金"_s, u"台幣"_s, u"20240101"_s, 10, 10},  {u"美金"_s, u"台幣"_s, u"99991231"_s, 10, 40},
-        {u"美金"_s, u""_s, u"20240602"_s, 10, 35},      {u"台幣"_s, u"美金"_s, u"20240602"_s, 10, 5},
-        {u"歐元"_s, u"台幣"_s, u"20250601"_s, 10, 10},  {u"日圓"_s, u"美金"_s, u"20250601"_s, 10, 2.5},
-        {u""_s, u"台幣"_s, u"20250601"_s, 10, 10},      {u""_s, u"美金"_s, u"20250601"_s, 10, 2.5},
-        {u"美金"_s, u" 美金"_s, u"20240602"_s, 10, 10}, {u"美金"_s, u"台幣"_s, u""_s, 10, 10}};
-    for (const Case& c : cases)
-        EXPECT_EQ(convertCurrencyAt(connection, c.from, c.amount, c.to, c.date), c.result)
-            << c.from.toStdString() << " > " << c.to.toStdString() << " at " << c.date.toStdString();
+    // What 10 of the source are in the target at a date.
+    const auto cases =
+        casesOf<4>({u"美金|台幣|20240601|30", u"美金|台幣|20240602|35", u"美金|台幣|20240101|10",
+                    u"美金|台幣|99991231|40", u"美金||20240602|35", u"台幣|美金|20240602|5",
+                    u"歐元|台幣|20250601|10", u"日圓|美金|20250601|2.5", u"|台幣|20250601|10",
+                    u"|美金|20250601|2.5", u"美金| 美金|20240602|10", u"美金|台幣||10"});
+    for (const auto& [from, to, date, result] : cases)
+        EXPECT_EQ(convertCurrencyAt(connection, from, 10, to, date), result.toDouble())
+            << from << " > " << to << " at " << date;
 }
 
 TEST(Currency, WithoutARateTableAllIsOne) {
@@ -92,7 +73,7 @@ TEST(Currency, AFailureIsToldAndGivesNothing) {
     EXPECT_EQ(currencies(plant.session), QStringList(QString()));
     ASSERT_EQ(plant.messages.told.size(), 3);
     for (const QString& told : plant.messages.told)
-        EXPECT_TRUE(told.startsWith(u"取得幣別資料錯誤: ")) << told.toStdString();
+        EXPECT_TRUE(told.startsWith(u"取得幣別資料錯誤: ")) << told;
     EXPECT_EQ(convertCurrency(plant.session, u"美金"_s, 10, u"美金"_s), 10)
         << "equal currencies need no database";
 }

@@ -1,46 +1,46 @@
 #include "common/document_numbers.h"
 #include "plant_session.h"
+#include <map>
 
 using namespace liaowu;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const std::map<QString, NumberSeries>& allSeries() {
+    static const std::map<QString, NumberSeries> series{{u"採購單號"_s, orderNumbers()},
+                                                        {u"申購單號"_s, requisitionNumbers()},
+                                                        {u"領料單號"_s, issueNumbers()},
+                                                        {u"入庫單號"_s, receiptNumbers()},
+                                                        {u"退貨單號"_s, returnNumbers()}};
+    return series;
+}
+
+} // namespace
+
 TEST(DocumentNumbers, EachSeriesCountsItsOwn) {
-    struct Case {
-        const char* what;
-        NumberSeries series;
-        const char16_t* rows;
-        QString next;
-    };
-    const Case cases[] = {
-        {"first order of a day", orderNumbers(), nullptr, u"250115001"_s},
-        {"first requisition", requisitionNumbers(), nullptr, u"2501150001"_s},
-        {"first issue", issueNumbers(), nullptr, u"2501150001"_s},
-        {"first receipt", receiptNumbers(), nullptr, u"2501150001"_s},
-        {"first return", returnNumbers(), nullptr, u"250115T0001"_s},
-        {"next order", orderNumbers(),
-         u"insert into 採購資料 (採購單號) values ('250115001'),('250115009'),('250114999'),('250116001')",
-         u"250115010"_s},
-        {"the thousandth order", orderNumbers(), u"insert into 採購資料 (採購單號) values ('250115999')",
-         u"250116000"_s},
-        {"a typed number counts", orderNumbers(), u"insert into 採購資料 (採購單號) values ('250115Z ')",
-         u"250116A"_s},
-        {"next requisition", requisitionNumbers(),
-         u"insert into 原料申購資料 (申購單號) values ('2501150099')", u"2501150100"_s},
-        {"next issue", issueNumbers(),
-         u"insert into 原料領料資料 (領料單號) values ('2501150009'),('2501150010')", u"2501150011"_s},
-        {"returns do not count among receipts", receiptNumbers(),
-         u"insert into 原料入庫資料 (入庫單號,單別) values ('2501150004','采購入庫'),('250115T0007','退貨')",
-         u"2501150005"_s},
-        {"nor receipts among returns", returnNumbers(),
-         u"insert into 原料入庫資料 (入庫單號,單別) values "
+    // Series, what is shown, the number that comes; what stands there.
+    const auto cases = casesOf<4>(
+        {u"採購單號|the first|250115001|", u"申購單號|the first|2501150001|",
+         u"領料單號|the first|2501150001|", u"入庫單號|the first|2501150001|",
+         u"退貨單號|the first|250115T0001|",
+         u"採購單號|the next|250115010|採購資料 (採購單號) values "
+         u"('250115001'),('250115009'),('250114999'),('250116001')",
+         u"採購單號|the thousandth|250116000|採購資料 (採購單號) values ('250115999')",
+         u"採購單號|a typed number counts|250116A|採購資料 (採購單號) values ('250115Z ')",
+         u"申購單號|the next|2501150100|原料申購資料 (申購單號) values ('2501150099')",
+         u"領料單號|the next|2501150011|原料領料資料 (領料單號) values ('2501150009'),('2501150010')",
+         u"入庫單號|returns do not count|2501150005|原料入庫資料 (入庫單號,單別) values "
+         u"('2501150004','采購入庫'),('250115T0007','退貨')",
+         u"退貨單號|receipts do not count|250115T0008|原料入庫資料 (入庫單號,單別) values "
          u"('2501150004','采購入庫'),('250115T0007','退貨'),('250114T0009','退貨')",
-         u"250115T0008"_s},
-        {"the date may stand in the middle", receiptNumbers(),
-         u"insert into 原料入庫資料 (入庫單號,單別) values ('A-2501150002','采購入庫')", u"A-2501150003"_s}};
-    for (const Case& c : cases) {
+         u"入庫單號|the date may stand in the middle|A-2501150003|原料入庫資料 (入庫單號,單別) values "
+         u"('A-2501150002','采購入庫')"});
+    for (const auto& [series, what, next, rows] : cases) {
         PlantSession plant;
-        if (c.rows) plant.run({c.rows});
-        EXPECT_EQ(nextDocumentNumber(plant.session, c.series), c.next) << c.what;
+        if (!rows.isEmpty())
+            Connection(plant.pool, plant.target).Execute(readyMadeSql(u"insert into "_s + rows));
+        EXPECT_EQ(nextDocumentNumber(plant.session, allSeries().at(series)), next) << series << ' ' << what;
     }
 }
 
@@ -54,17 +54,12 @@ TEST(DocumentNumbers, TheServersDayCounts) {
 }
 
 TEST(DocumentNumbers, AFailureIsToldUnderTheSeriesOwnTitle) {
-    const std::pair<NumberSeries, QString> cases[] = {{orderNumbers(), u"取得採購單號流水號錯誤"_s},
-                                                      {requisitionNumbers(), u"取得申購單號流水號錯誤"_s},
-                                                      {issueNumbers(), u"取得領料單號流水號錯誤"_s},
-                                                      {receiptNumbers(), u"取得入庫單號流水號錯誤"_s},
-                                                      {returnNumbers(), u"取得退貨單號流水號錯誤"_s}};
-    for (const auto& [series, title] : cases) {
+    for (const auto& [name, series] : allSeries()) {
         PlantSession plant;
         plant.pool.failAt(2);
         EXPECT_EQ(nextDocumentNumber(plant.session, series), QString());
         ASSERT_EQ(plant.messages.told.size(), 1);
-        EXPECT_TRUE(plant.messages.told.first().startsWith(title + u": "_s))
-            << plant.messages.told.first().toStdString();
+        EXPECT_TRUE(plant.messages.told.first().startsWith(u"取得%1流水號錯誤: "_s.arg(name)))
+            << plant.messages.told.first();
     }
 }

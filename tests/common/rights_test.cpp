@@ -24,25 +24,16 @@ QString grantedOf(const UserRights& r) {
 TEST(Rights, AMarkGrantsWhenItIsATick) {
     PlantSession plant;
     plant.run({u"insert into 使用者資料 (使用者) values ('甲'),('乙')",
-               u"insert into 使用者明細 (使用者,模塊,查看,修改,新增,金額,審單,excel) values ('甲','m1',' √ "
-               u"','Y','√','','v',null)",
-               u"insert into 使用者明細 (使用者,模塊,打印,刪除,審核,驗收,核准,批審,批轉,批核,excel) values "
-               u"('甲','m2','√','√','√','√','√','√','√','√','√')",
+               uR"(insert into 使用者明細 (使用者,模塊,查看,修改,新增,金額,審單,excel) values
+                   ('甲','m1',' √ ','Y','√','','v',null))",
+               uR"(insert into 使用者明細 (使用者,模塊,打印,刪除,審核,驗收,核准,批審,批轉,批核,excel) values
+                   ('甲','m2','√','√','√','√','√','√','√','√','√'))",
                u"insert into 使用者明細 (使用者,模塊,查看) values ('丙','m1','√')"});
-    struct Case {
-        QString user, module, granted;
-    };
-    const Case cases[] = {{u"甲"_s, u"m1"_s, u"查看 新增"_s},
-                          {u"甲"_s, u"m2"_s, u"打印 刪除 核准 審核 驗收 批審 批轉 批核 Excel"_s},
-                          {u"甲"_s, u"m3"_s, u""_s},
-                          {u"乙"_s, u"m1"_s, u""_s},
-                          {u"丙"_s, u"m1"_s, u""_s},
-                          {u""_s, u"m1"_s, u""_s},
-                          {u"x' or '1'='1"_s, u"m1"_s, u""_s}};
-    for (const Case& c : cases) {
-        plant.session.userName = c.user;
-        EXPECT_EQ(grantedOf(loadRights(plant.session, c.module)), c.granted)
-            << (c.user + u' ' + c.module).toStdString();
+    const auto cases = casesOf<3>({u"甲|m1|查看 新增", u"甲|m2|打印 刪除 核准 審核 驗收 批審 批轉 批核 Excel",
+                                   u"甲|m3|", u"乙|m1|", u"丙|m1|", u"|m1|", u"x' or '1'='1|m1|"});
+    for (const auto& [user, module, granted] : cases) {
+        plant.session.userName = user;
+        EXPECT_EQ(grantedOf(loadRights(plant.session, module)), granted) << user << ' ' << module;
     }
     plant.session.userName = u"甲"_s;
     plant.pool.failAt(1);
@@ -55,49 +46,35 @@ TEST(Rights, AMarkGrantsWhenItIsATick) {
 }
 
 TEST(Rights, TheProfileOfAUser) {
-    struct Case {
-        const char* what;
-        const char16_t* row;
-        QString scopeRows;
-        QString code, name, scope;
-        bool administrator;
-    };
-    const Case cases[] = {
-        {"no row", nullptr, u""_s, u""_s, u""_s, u""_s, false},
-        {"plain", u"('u','0',' S1 ','王一 ')", u""_s, u"S1"_s, u"王一"_s, u""_s, false},
-        {"null mark", u"('u',null,'S1','王一')", u""_s, u"S1"_s, u"王一"_s, u""_s, false},
-        {"one row of scope", u"('u','','S1','王一')", u"('u','A')"_s, u"S1"_s, u"王一"_s,
-         u" And (業務員代號='A' ) "_s, false},
-        {"two rows", u"('u','N','S1','王一')", u"('u','A '),('u','B')"_s, u"S1"_s, u"王一"_s,
-         u" And (業務員代號='A' Or 業務員代號='B' ) "_s, false},
-        {"an apostrophe", u"('u','N','S1','王一')", u"('u','A''B')"_s, u"S1"_s, u"王一"_s,
-         u" And (業務員代號='A''B' ) "_s, false},
-        {"another's scope", u"('u','N','S1','王一')", u"('v','A')"_s, u"S1"_s, u"王一"_s, u""_s, false},
-        {"administrator", u"('u','1','S1','王一')", u"('u','A')"_s, u"S1"_s, u"王一"_s, u""_s, true}};
-    for (const Case& c : cases) {
+    // Rows of the user and of the scope; code, name, whether an administrator, scope.
+    const auto cases = casesOf<6>(
+        {u"||||no|", u"('u','0',' S1 ','王一 ')||S1|王一|no|", u"('u',null,'S1','王一')||S1|王一|no|",
+         u"('u','','S1','王一')|('u','A')|S1|王一|no| And (業務員代號='A' ) ",
+         u"('u','N','S1','王一')|('u','A '),('u','B')|S1|王一|no| And (業務員代號='A' Or 業務員代號='B' ) ",
+         u"('u','N','S1','王一')|('u','A''B')|S1|王一|no| And (業務員代號='A''B' ) ",
+         u"('u','N','S1','王一')|('v','A')|S1|王一|no|", u"('u','1','S1','王一')|('u','A')|S1|王一|yes|"});
+    for (const auto& [row, scopeRows, code, name, administrator, scope] : cases) {
         PlantSession plant;
         plant.run({u"insert into 公司基本資料 (公司名稱,公式1) values ('x','實際庫存-在領量')"});
         Connection connection(plant.pool, plant.target);
-        if (c.row)
+        if (!row.isEmpty())
+            connection.Execute(readyMadeSql(
+                u"insert into 使用者資料 (使用者,管理者,業務員代號,業務員名稱) values "_s + row));
+        if (!scopeRows.isEmpty())
             connection.Execute(
-                readyMadeSql(u"insert into 使用者資料 (使用者,管理者,業務員代號,業務員名稱) values "_s +
-                             QString::fromUtf16(c.row)));
-        if (!c.scopeRows.isEmpty())
-            connection.Execute(
-                readyMadeSql(u"insert into 使用者業務明細 (使用者,業務員代號) values "_s + c.scopeRows));
+                readyMadeSql(u"insert into 使用者業務明細 (使用者,業務員代號) values "_s + scopeRows));
         plant.session.userName = u"u"_s;
         plant.session.salesmanName.clear();
         loadUserProfile(plant.session);
-        EXPECT_EQ(plant.session.salesmanCode + u'|' + plant.session.salesmanName, c.code + u'|' + c.name)
-            << c.what;
-        EXPECT_EQ(plant.session.salesScope, c.scope) << c.what;
-        EXPECT_EQ(plant.session.isAdministrator, c.administrator) << c.what;
-        EXPECT_EQ(plant.session.formula1, u"實際庫存-在領量"_s) << c.what;
+        EXPECT_EQ(plant.session.salesmanCode + u'|' + plant.session.salesmanName, code + u'|' + name) << row;
+        EXPECT_EQ(plant.session.salesScope, scope) << row << scopeRows;
+        EXPECT_EQ(plant.session.isAdministrator, administrator == u"yes") << row;
+        EXPECT_EQ(plant.session.formula1, u"實際庫存-在領量"_s) << row;
     }
     for (const auto& mark : {u"1"_s, u"Y"_s, u"y "_s, u"True"_s, u"TRUE"_s, u"√"_s})
-        EXPECT_TRUE(isAdministratorMark(mark)) << mark.toStdString();
+        EXPECT_TRUE(isAdministratorMark(mark)) << mark;
     for (const auto& mark : {u""_s, u"0"_s, u"N"_s, u"False"_s, u"11"_s, u"是"_s})
-        EXPECT_FALSE(isAdministratorMark(mark)) << mark.toStdString();
+        EXPECT_FALSE(isAdministratorMark(mark)) << mark;
 }
 
 TEST(Rights, AFailingProfileIsTold) {
@@ -139,15 +116,12 @@ TEST(Rights, RolesInWords) {
 
 TEST(People, ByExactCodeOrName) {
     PlantSession plant;
-    plant.run({u"insert into 業務資料 (業務員代號,業務員名稱) values ('S1','王一 "
-               u"'),('S2','O''Hara'),('王二','S3')"});
+    plant.run(
+        {uR"(insert into 業務資料 (業務員代號,業務員名稱) values ('S1','王一 '),('S2','O''Hara'),('王二','S3'))"});
     Connection connection(plant.pool, plant.target);
-    const std::pair<QString, QString> cases[] = {{u"S1"_s, u"S1|王一"_s},   {u"s1 "_s, u"S1|王一"_s},
-                                                 {u"王一"_s, u"S1|王一"_s}, {u"O'Hara"_s, u"S2|O'Hara"_s},
-                                                 {u"王二"_s, u"王二|S3"_s}, {u"S"_s, u""_s},
-                                                 {u"%"_s, u""_s},           {u""_s, u""_s}};
-    for (const auto& [text, found] : cases) {
+    for (const auto& [text, found] : casesOf<2>({u"S1|S1|王一", u"s1 |S1|王一", u"王一|S1|王一",
+                                                 u"O'Hara|S2|O'Hara", u"王二|王二|S3", u"S|", u"%|", u"|"})) {
         const auto person = findPerson(connection, text);
-        EXPECT_EQ(person ? person->first + u'|' + person->second : QString(), found) << text.toStdString();
+        EXPECT_EQ(person ? person->first + u'|' + person->second : QString(), found) << text;
     }
 }

@@ -6,13 +6,11 @@ using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(TextValues, NumbersAreReadAsTheUserTypedThem) {
-    const std::pair<QString, double> cases[] = {
-        {u""_s, 0},       {u"12abc"_s, 12}, {u"1,234"_s, 1}, {u"  -3.5"_s, -3.5},
-        {u"+7"_s, 7},     {u"."_s, 0},      {u"-"_s, 0},     {u"1.2.3"_s, 1.2},
-        {u"1e308"_s, 1},  {u".5"_s, 0.5},   {u"- 5"_s, 0},   {u"５"_s, 0},
-        {u"00012"_s, 12}, {u"abc"_s, 0},    {u"\t 4"_s, 4},  {QString(400, u'9'), 0}};
-    for (const auto& [text, value] : cases)
-        EXPECT_EQ(val(text), value) << text.toStdString();
+    for (const auto& [text, value] :
+         casesOf<2>({u"|0", u"12abc|12", u"1,234|1", u"  -3.5|-3.5", u"+7|7", u".|0", u"-|0", u"1.2.3|1.2",
+                     u"1e308|1", u".5|0.5", u"- 5|0", u"５|0", u"00012|12", u"abc|0", u"\t 4|4"}))
+        EXPECT_EQ(val(text), value.toDouble()) << text;
+    EXPECT_EQ(val(QString(400, u'9')), 0);
 }
 
 TEST(TextValues, NumbersAreWrittenShortest) {
@@ -33,49 +31,27 @@ TEST(TextValues, NumbersAreWrittenShortest) {
 }
 
 TEST(TextValues, MasksRoundHalfAwayFromZeroOnTheDecimalText) {
-    struct Case {
-        double value;
-        QString mask, text;
-    };
-    const Case cases[] = {{1.005, u"0.00"_s, u"1.01"_s},
-                          {2.675, u"0.00"_s, u"2.68"_s},
-                          {-1.005, u"0.00"_s, u"-1.01"_s},
-                          {-0.004, u"0.00"_s, u"0.00"_s},
-                          {0.5, u"0"_s, u"1"_s},
-                          {1.5, u"0"_s, u"2"_s},
-                          {2.5, u"0"_s, u"3"_s},
-                          {7, u"0000"_s, u"0007"_s},
-                          {123456, u"0000"_s, u"123456"_s},
-                          {1234567.5, u"###,###,##0"_s, u"1,234,568"_s},
-                          {999, u"###,###,##0.0"_s, u"999.0"_s},
-                          {0.1234567, u"0.000000"_s, u"0.123457"_s},
-                          {9.9999, u"0.000"_s, u"10.000"_s},
-                          {20250115, u"####/##/##"_s, u"2025/01/15"_s},
-                          {99.995, u"0.00"_s, u"100.00"_s}};
-    for (const Case& c : cases)
-        EXPECT_EQ(format(c.value, c.mask), c.text) << c.value << " " << c.mask.toStdString();
+    const auto cases = casesOf<3>(
+        {u"1.005|0.00|1.01", u"2.675|0.00|2.68", u"-1.005|0.00|-1.01", u"-0.004|0.00|0.00", u"0.5|0|1",
+         u"1.5|0|2", u"2.5|0|3", u"7|0000|0007", u"123456|0000|123456", u"1234567.5|###,###,##0|1,234,568",
+         u"999|###,###,##0.0|999.0", u"0.1234567|0.000000|0.123457", u"9.9999|0.000|10.000",
+         u"20250115|####/##/##|2025/01/15", u"99.995|0.00|100.00"});
+    for (const auto& [value, mask, text] : cases)
+        EXPECT_EQ(format(value.toDouble(), mask), text) << value << " " << mask;
 }
 
 TEST(TextValues, AmountsForPaperCountTheirOwnDecimals) {
-    const std::pair<QString, QString> cases[] = {
-        {u"1234"_s, u"1,234"_s},       {u"0.12345"_s, u"0.12"_s}, {u""_s, u""_s},
-        {u"1234.50"_s, u"1,234.5"_s},  {u"1.234"_s, u"1.234"_s},  {u"1.2345"_s, u"1.2345"_s},
-        {u"-9876.5"_s, u"-9,876.5"_s}, {u"1.25"_s, u"1.25"_s}};
-    for (const auto& [text, shown] : cases)
+    for (const auto& [text, shown] :
+         casesOf<2>({u"1234|1,234", u"0.12345|0.12", u"|", u"1234.50|1,234.5", u"1.234|1.234",
+                     u"1.2345|1.2345", u"-9876.5|-9,876.5", u"1.25|1.25"}))
         EXPECT_EQ(formatAmount(text), shown);
 }
 
 TEST(TextValues, TextsAreCutAtWholeCharacters) {
-    struct Case {
-        QString text;
-        int bytes;
-        QString kept;
-    };
-    const Case cases[] = {{u"紙板ABC"_s, 5, u"紙板A"_s}, {u"紙"_s, 1, u""_s},     {u"紙板"_s, 4, u"紙板"_s},
-                          {u"A紙"_s, 2, u"A"_s},         {u"𠮷野"_s, 2, u"𠮷"_s}, {u"𠮷野"_s, 1, u""_s},
-                          {u"abc"_s, 0, u""_s},          {u""_s, 3, u""_s}};
-    for (const Case& c : cases)
-        EXPECT_EQ(truncateBytes(c.text, c.bytes), c.kept) << c.text.toStdString();
+    for (const auto& [text, bytes, kept] :
+         casesOf<3>({u"紙板ABC|5|紙板A", u"紙|1|", u"紙板|4|紙板", u"A紙|2|A", u"𠮷野|2|𠮷", u"𠮷野|1|",
+                     u"abc|0|", u"|3|"}))
+        EXPECT_EQ(truncateBytes(text, bytes.toInt()), kept) << text;
 }
 
 TEST(TextValues, DatesAreCalendarDates) {
@@ -83,7 +59,7 @@ TEST(TextValues, DatesAreCalendarDates) {
         EXPECT_EQ(validDate8(good), 0);
     for (const auto& bad : {u"20240230"_s, u"2024023"_s, u"20230229"_s, u"2024/1/1"_s, u"        "_s,
                             u"abcdefgh"_s, u"20241301"_s, u"19000229"_s, u"２０２４０１０１"_s})
-        EXPECT_EQ(validDate8(bad), Failed) << bad.toStdString();
+        EXPECT_EQ(validDate8(bad), Failed) << bad;
     EXPECT_EQ(lastDayOfMonth(u"20240215"_s), u"20240229"_s);
     EXPECT_EQ(lastDayOfMonth(u"20230215"_s), u"20230228"_s);
     EXPECT_EQ(lastDayOfMonth(u"20231105"_s), u"20231130"_s);
@@ -92,49 +68,30 @@ TEST(TextValues, DatesAreCalendarDates) {
 }
 
 TEST(TextValues, SizesAreSplitIntoRuns) {
-    EXPECT_EQ(splitNumbers(u"31.5*43", 2), (std::vector<QString>{u"31.5"_s, u"43"_s}));
-    EXPECT_EQ(splitNumbers(u"寬31長43高9", 2), (std::vector<QString>{u"31"_s, u"43"_s}));
-    EXPECT_EQ(splitNumbers(u"寬31長43高9", 3), (std::vector<QString>{u"31"_s, u"43"_s, u"9"_s}));
-    EXPECT_EQ(splitNumbers(u"abc", 2), (std::vector<QString>{QString(), QString()}));
-    EXPECT_EQ(splitNumbers(u"5", 3), (std::vector<QString>{u"5"_s, QString(), QString()}));
+    for (const auto& [text, parts, numbers] :
+         casesOf<3>({u"31.5*43|2|31.5,43", u"寬31長43高9|2|31,43", u"寬31長43高9|3|31,43,9", u"abc|2|,",
+                     u"5|3|5,,"})) {
+        const std::vector<QString> found = splitNumbers(text, parts.toInt());
+        EXPECT_EQ(QStringList(found.begin(), found.end()).join(u','), numbers);
+    }
 }
 
 TEST(TextValues, CodesCountOnAsAnOdometer) {
-    const std::pair<QString, QString> cases[] = {{u"0009"_s, u"0010"_s},
-                                                 {u"A9"_s, u"B0"_s},
-                                                 {u"AZ"_s, u"BA"_s},
-                                                 {u"2401150099"_s, u"2401150100"_s},
-                                                 {u"9999"_s, u"Z0000"_s},
-                                                 {u""_s, u"Z"_s},
-                                                 {u"A-9"_s, u"B-0"_s},
-                                                 {u"250115999"_s, u"250116000"_s},
-                                                 {u" 0001 "_s, u"0002"_s},
-                                                 {u"ZZ"_s, u"ZAA"_s},
-                                                 {u"0:"_s, u"0A"_s},
-                                                 {u"0/"_s, u"00"_s},
-                                                 {u"a"_s, u"ZA"_s},
-                                                 {u"-"_s, u"Z-"_s},
-                                                 {u"250115T0009"_s, u"250115T0010"_s}};
-    for (const auto& [code, next] : cases)
-        EXPECT_EQ(nextCode(code), next) << code.toStdString();
-    const std::pair<QString, QString> items[] = {
-        {u"AB0099"_s, u"AB0100"_s}, {u"AB99"_s, u"AB100"_s}, {u"ABC"_s, u"ABC"_s}};
-    for (const auto& [code, next] : items)
+    for (const auto& [code, next] :
+         casesOf<2>({u"0009|0010", u"A9|B0", u"AZ|BA", u"2401150099|2401150100", u"9999|Z0000", u"|Z",
+                     u"A-9|B-0", u"250115999|250116000", u" 0001 |0002", u"ZZ|ZAA", u"0:|0A", u"0/|00",
+                     u"a|ZA", u"-|Z-", u"250115T0009|250115T0010"}))
+        EXPECT_EQ(nextCode(code), next) << code;
+    for (const auto& [code, next] : casesOf<2>({u"AB0099|AB0100", u"AB99|AB100", u"ABC|ABC"}))
         EXPECT_EQ(nextItemCodeAfter(code), next);
 }
 
 TEST(TextValues, FiltersTakeWhatTheirModeTakes) {
-    struct Case {
-        int mode;
-        QString typed, kept;
-    };
-    const Case cases[] = {
-        {1, u"１２a-3"_s, u"123"_s}, {2, u"aB1紙"_s, u"AB"_s},   {3, u"-1.5=x，"_s, u"-1.5="_s},
-        {4, u"1 :-x"_s, u"1 :-"_s},  {5, u"1.+-"_s, u"1.+"_s},   {6, u"YNyn.*H"_s, u"YN.*"_s},
-        {7, u"VvY.*"_s, u"V.*"_s},   {8, u"YNHCV"_s, u"YNHC"_s}, {9, u"1.-+="_s, u"1.-+"_s},
-        {0, u"紙x"_s, u"紙x"_s},     {10, u"ａ"_s, u"ａ"_s}};
-    for (const Case& c : cases)
-        EXPECT_EQ(filterText(c.typed, c.mode), c.kept) << c.mode;
+    for (const auto& [mode, typed, kept] :
+         casesOf<3>({u"1|１２a-3|123", u"2|aB1紙|AB", u"3|-1.5=x，|-1.5=", u"4|1 :-x|1 :-", u"5|1.+-|1.+",
+                     u"6|YNyn.*H|YN.*", u"7|VvY.*|V.*", u"8|YNHCV|YNHC", u"9|1.-+=|1.-+", u"0|紙x|紙x",
+                     u"10|ａ|ａ"}))
+        EXPECT_EQ(filterText(typed, mode.toInt()), kept) << mode;
     for (int mode = 1; mode <= 9; ++mode) {
         EXPECT_EQ(filterKey(8, mode), 8);
         EXPECT_EQ(filterKey(13, mode), 13);
@@ -142,22 +99,10 @@ TEST(TextValues, FiltersTakeWhatTheirModeTakes) {
 }
 
 TEST(TextValues, AFieldOfOneLineTakesATextAsALine) {
-    struct Case {
-        QString text;
-        int mode;
-        bool upper;
-        QString taken;
-    };
-    const Case cases[] = {{u"a\r\nb\nc\rd"_s, 0, false, u"a b c d"_s},
-                          {u"n"_s, 6, true, u"N"_s},
-                          {u"n"_s, 6, false, u""_s},
-                          {u"ｙ"_s, 6, true, u"Y"_s},
-                          {u"１２\n３"_s, 1, false, u"123"_s},
-                          {u"kg-a"_s, 0, true, u"KG-A"_s},
-                          {u"𠮷é"_s, 0, true, u"𠮷É"_s},
-                          {u""_s, 3, true, u""_s}};
-    for (const Case& c : cases)
-        EXPECT_EQ(acceptedText(c.text, c.mode, c.upper), c.taken) << c.text.toStdString();
+    for (const auto& [text, mode, upper, taken] :
+         casesOf<4>({u"a\r\nb\nc\rd|0|no|a b c d", u"n|6|yes|N", u"n|6|no|", u"ｙ|6|yes|Y",
+                     u"１２\n３|1|no|123", u"kg-a|0|yes|KG-A", u"𠮷é|0|yes|𠮷É", u"|3|yes|"}))
+        EXPECT_EQ(acceptedText(text, mode.toInt(), upper == u"yes"), taken) << text;
 }
 
 TEST(TextValues, WrittenNumbersReadBackAsTheSame) {

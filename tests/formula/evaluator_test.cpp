@@ -7,52 +7,44 @@ using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(Evaluator, Values) {
-    const std::pair<QString, double> cases[] = {{u""_s, 0},
-                                                {u"   "_s, 0},
-                                                {u"-2^2"_s, 4},
-                                                {u"2^-1"_s, 0.5},
-                                                {u"2*-3"_s, -6},
-                                                {u"-(1+2)"_s, -3},
-                                                {u"+5"_s, 5},
-                                                {u"1."_s, 1},
-                                                {u".5"_s, 0.5},
-                                                {u"2^3^2"_s, 64},
-                                                {u"1--2"_s, 3},
-                                                {u"1+2*3"_s, 7},
-                                                {u"(1+2)*3"_s, 9},
-                                                {u"8/4/2"_s, 1},
-                                                {u"7-3-2"_s, 2},
-                                                {u"1.5+2.5"_s, 4},
-                                                {u" 1 + 2 "_s, 3},
-                                                {u"-(-(2))"_s, 2},
-                                                {u"120*90*100*3.25/10000"_s, 351},
-                                                {u"2*(3+4)^2"_s, 98}};
-    for (const auto& [text, value] : cases)
-        EXPECT_DOUBLE_EQ(CEval().Evaluate(text), value) << text.toStdString();
+    for (const auto& [text, value] : casesOf<2>({u"|0",
+                                                 u"   |0",
+                                                 u"-2^2|4",
+                                                 u"2^-1|0.5",
+                                                 u"2*-3|-6",
+                                                 u"-(1+2)|-3",
+                                                 u"+5|5",
+                                                 u"1.|1",
+                                                 u".5|0.5",
+                                                 u"2^3^2|64",
+                                                 u"1--2|3",
+                                                 u"1+2*3|7",
+                                                 u"(1+2)*3|9",
+                                                 u"8/4/2|1",
+                                                 u"7-3-2|2",
+                                                 u"1.5+2.5|4",
+                                                 u" 1 + 2 |3",
+                                                 u"-(-(2))|2",
+                                                 u"120*90*100*3.25/10000|351",
+                                                 u"2*(3+4)^2|98"}))
+        EXPECT_DOUBLE_EQ(CEval().Evaluate(text), value.toDouble()) << text;
 }
 
 TEST(Evaluator, FaultsNameTheirColumn) {
-    const std::pair<QString, QString> cases[] = {
-        {u"1 2"_s, u"Operator expected : Column 3"_s},
-        {u"1.2.3"_s, u"Operand contains multiple decimal points : Column 4"_s},
-        {u")"_s, u"Operand expected : Column 1"_s},
-        {u"1)"_s, u"Closing parenthesis without matching open parenthesis : Column 2"_s},
-        {u"(1"_s, u"Closing parenthesis expected : Column 3"_s},
-        {u"()"_s, u"Operand expected : Column 2"_s},
-        {u"2(3)"_s, u"Operator expected : Column 2"_s},
-        {u"1+"_s, u"Operand expected : Column 3"_s},
-        {u"1+ABC"_s, u"Undefined symbol : 'ABC' : Column 3"_s},
-        {u"寬"_s, u"Unexpected character encountered : Column 1"_s},
-        {u"1e5"_s, u"Operator expected : Column 2"_s},
-        {u"."_s, u"Invalid operand : Column 1"_s},
-        {u"1---2"_s, u"Operand expected : Column 4"_s},
-        {u"--2"_s, u"Operand expected : Column 2"_s},
-        {u"*1"_s, u"Operand expected : Column 1"_s},
-        {u"１"_s, u"Unexpected character encountered : Column 1"_s}};
+    const auto cases = casesOf<2>(
+        {u"1 2|Operator expected : Column 3", u"1.2.3|Operand contains multiple decimal points : Column 4",
+         u")|Operand expected : Column 1",
+         u"1)|Closing parenthesis without matching open parenthesis : Column 2",
+         u"(1|Closing parenthesis expected : Column 3", u"()|Operand expected : Column 2",
+         u"2(3)|Operator expected : Column 2", u"1+|Operand expected : Column 3",
+         u"1+ABC|Undefined symbol : 'ABC' : Column 3", u"寬|Unexpected character encountered : Column 1",
+         u"1e5|Operator expected : Column 2", u".|Invalid operand : Column 1",
+         u"1---2|Operand expected : Column 4", u"--2|Operand expected : Column 2",
+         u"*1|Operand expected : Column 1", u"１|Unexpected character encountered : Column 1"});
     for (const auto& [text, message] : cases) {
         try {
             CEval().Evaluate(text);
-            ADD_FAILURE() << text.toStdString() << " was accepted";
+            ADD_FAILURE() << text << " was accepted";
         } catch (const FormulaError& error) {
             EXPECT_EQ(error.description, message);
             EXPECT_EQ(error.number, FormulaError::Conversion);
@@ -90,9 +82,8 @@ TEST(Evaluator, SymbolsStandForNumbers) {
 }
 
 TEST(Evaluator, RandomTextGivesAValueOrAFault) {
-    const int inputs = qEnvironmentVariableIsSet("LIAOWU_RANDOM_INPUTS")
-                           ? qEnvironmentVariableIntValue("LIAOWU_RANDOM_INPUTS")
-                           : 200000;
+    const int wanted = qEnvironmentVariableIntValue("LIAOWU_RANDOM_INPUTS");
+    const int inputs = wanted > 0 ? wanted : 200000;
     std::mt19937 random(20250115);
     const QString alphabet = u"0123456789.+-*/^()  A_b寬\t￥\xD842"_s;
     CEval evaluator;
@@ -115,5 +106,5 @@ TEST(Calculator, ComputesWhatSiteFormulasHold) {
     EXPECT_EQ(vxCalc(u"100-20+(3*4)"_s), 92);
     EXPECT_EQ(vxCalc(u"-5+2"_s), -3);
     for (const auto& text : {u"實際庫存-1"_s, u"(1+2"_s, u"1/0"_s, u""_s, u"1+"_s, u"2^2"_s})
-        EXPECT_FALSE(vxCalc(text)) << text.toStdString();
+        EXPECT_FALSE(vxCalc(text)) << text;
 }

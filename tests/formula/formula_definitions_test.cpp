@@ -6,23 +6,12 @@ using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(FormulaDefinitions, PlainFormulas) {
-    const std::pair<QString, bool> cases[] = {{u""_s, true},
-                                              {u"長*寬*單價*數量/10000"_s, true},
-                                              {u" 長 * ( 寬 + 2.5 ) - 基重 "_s, true},
-                                              {u"0.5*單價"_s, true},
-                                              {u"單價*.5"_s, false},
-                                              {u"單價*1..5"_s, false},
-                                              {u"單價*1.5.2"_s, true},
-                                              {u"長^2"_s, false},
-                                              {u"高*寬"_s, false},
-                                              {u"單價*數"_s, false},
-                                              {u"長x寬"_s, false},
-                                              {u"長*寬=1"_s, false},
-                                              {u"1,000*單價"_s, false},
-                                              {u"單價*２"_s, false},
-                                              {u"單　價"_s, false}};
-    for (const auto& [formula, plain] : cases)
-        EXPECT_EQ(isPlainFormula(formula), plain) << formula.toStdString();
+    for (const auto& plain :
+         {u""_s, u"長*寬*單價*數量/10000"_s, u" 長 * ( 寬 + 2.5 ) - 基重 "_s, u"0.5*單價"_s, u"單價*1.5.2"_s})
+        EXPECT_TRUE(isPlainFormula(plain)) << plain;
+    for (const auto& other : {u"單價*.5"_s, u"單價*1..5"_s, u"長^2"_s, u"高*寬"_s, u"單價*數"_s, u"長x寬"_s,
+                              u"長*寬=1"_s, u"1,000*單價"_s, u"單價*２"_s, u"單　價"_s})
+        EXPECT_FALSE(isPlainFormula(other)) << other;
 }
 
 TEST(FormulaDefinitions, TheFirstMatchCounts) {
@@ -33,22 +22,15 @@ TEST(FormulaDefinitions, TheFirstMatchCounts) {
                              {u""_s, u""_s, u"kg"_s, u"kg"_s, u"x*數量"_s, u"5"_s, u"紙品"_s},
                              {u""_s, u""_s, u""_s, u""_s, u"單價"_s, u"6"_s, u"紙品"_s},
                              {u"0"_s, u"0"_s, u"pcs"_s, u"kg"_s, u"數量"_s, u"7"_s, u"紙板"_s}};
-    struct Case {
-        QString unit1, unit2, base, pricing, category, formula;
-    };
-    const QString none = u"(none)"_s;
-    const Case cases[] = {{u"CM"_s, u"cm "_s, u"pcs"_s, u"㎡"_s, u"紙板"_s, u"長*寬"_s},
-                          {u"CM"_s, u""_s, u"pcs"_s, u"㎡"_s, u"紙板"_s, none},
-                          {u""_s, u""_s, u"pcs"_s, u"㎡"_s, u"紙板"_s, none},
-                          {u"CM"_s, u"cm"_s, u"pcs"_s, u"㎡"_s, u"紙品"_s, none},
-                          {u"CM"_s, u"cm"_s, u"pcs"_s, u"㎡"_s, u"紙板 "_s, none},
-                          {u""_s, u""_s, u"kg"_s, u"kg"_s, u"紙品"_s, none},
-                          {u""_s, u""_s, u""_s, u""_s, u"紙品"_s, u"單價"_s},
-                          {u"0"_s, u"0"_s, u"pcs"_s, u"kg"_s, u"紙板"_s, u"數量"_s}};
-    for (const Case& c : cases)
-        EXPECT_EQ(selectFormula(table, {c.unit1, c.unit2, c.base, c.pricing, c.category}).value_or(none),
-                  c.formula)
-            << (c.unit1 + u'/' + c.unit2 + u'/' + c.base + u'/' + c.pricing + c.category).toStdString();
+    // The two units of the size, base and pricing unit, family; the formula.
+    const auto cases =
+        casesOf<6>({u"CM|cm |pcs|㎡|紙板|長*寬", u"CM||pcs|㎡|紙板|(none)", u"||pcs|㎡|紙板|(none)",
+                    u"CM|cm|pcs|㎡|紙品|(none)", u"CM|cm|pcs|㎡|紙板 |(none)", u"||kg|kg|紙品|(none)",
+                    u"||||紙品|單價", u"0|0|pcs|kg|紙板|數量"});
+    for (const auto& [unit1, unit2, base, pricing, category, formula] : cases)
+        EXPECT_EQ(selectFormula(table, {unit1, unit2, base, pricing, category}).value_or(u"(none)"_s),
+                  formula)
+            << unit1 << '/' << unit2 << '/' << base << '/' << pricing << category;
     EXPECT_EQ(selectFormula({}, {}), std::nullopt);
     const FormulaTable small{{u""_s, u""_s, u""_s, u""_s, u"長*寬"_s, u"1"_s, u"紙板"_s}};
     EXPECT_EQ(selectFormula(small, {{}, {}, {}, {}, u"紙板"_s}), std::optional(u"長*寬"_s));
@@ -71,76 +53,49 @@ TEST(FormulaDefinitions, ValuesTakeTheWordsPlaces) {
                           {u"長*數量"_s, u"12*0.123"_s, {12.34, 0, 0.12345, 0, 0}, {u"0", u"0.000"}},
                           {u"數量"_s, u"100000000000000000000"_s, {0, 0, 1e20, 0, 0}}};
     for (const Case& c : cases)
-        EXPECT_EQ(substituteFormula(c.formula, c.values, c.masks), c.text) << c.formula.toStdString();
+        EXPECT_EQ(substituteFormula(c.formula, c.values, c.masks), c.text) << c.formula;
 }
 
 TEST(FormulaDefinitions, SizesAndTheirUnits) {
-    struct Case {
-        QString text, read;
-    };
-    const Case cases[] = {{u"120*90"_s, u"120 |90 "_s},
-                          {u"120CM*90 公分"_s, u"120 CM|90 公分"_s},
-                          {u"120﹡90"_s, u"120 |90 "_s},
-                          {u"120x90x5"_s, u"120 |905 *"_s},
-                          {u"120Ｘ90"_s, u"120 |90 "_s},
-                          {u"120X90"_s, u"0 0|0 0"_s},
-                          {u""_s, u"0 0|0 0"_s},
-                          {u"*"_s, u"0 |0 "_s},
-                          {u" K2A3 * 4 "_s, u"23 KA|4 "_s},
-                          {u"1.2.3*.5"_s, u"1.2 |0.5 "_s},
-                          {u"box"_s, u"0 bo|0 "_s},
-                          {u"120"_s, u"0 0|0 0"_s}};
-    for (const Case& c : cases) {
-        const SizeText size = splitSize(c.text);
-        EXPECT_EQ(numberText(size.first.number) + u' ' + size.first.unit + u'|' +
+    // Number and unit of the first and of the second part.
+    const auto cases =
+        casesOf<2>({u"120*90|120 /90 ", u"120CM*90 公分|120 CM/90 公分", u"120﹡90|120 /90 ",
+                    u"120x90x5|120 /905 *", u"120Ｘ90|120 /90 ", u"120X90|0 0/0 0", u"|0 0/0 0", u"*|0 /0 ",
+                    u" K2A3 * 4 |23 KA/4 ", u"1.2.3*.5|1.2 /0.5 ", u"box|0 bo/0 ", u"120|0 0/0 0"});
+    for (const auto& [text, read] : cases) {
+        const SizeText size = splitSize(text);
+        EXPECT_EQ(numberText(size.first.number) + u' ' + size.first.unit + u'/' +
                       numberText(size.second.number) + u' ' + size.second.unit,
-                  c.read)
-            << c.text.toStdString();
+                  read)
+            << text;
     }
 }
 
 TEST(FormulaDefinitions, ASaveReplacesOneKindAndNothingElse) {
     PlantSession plant;
-    plant.run({u"insert into 採購計價公式 (單位1,單位2,基本單位,計價單位,公式,序,類別) values "
-               u"('','','kg','令','數量',7,'紙品'),('','','kg','kg','單價',9,'紙板'),('','','kg','令','長',3,"
-               u"'紙板'),('','','kg','張','寬',1,'單位換算')"});
+    plant.run({uR"(insert into 採購計價公式 (單位1,單位2,基本單位,計價單位,公式,序,類別) values
+                   ('','','kg','令','數量',7,'紙品'),('','','kg','kg','單價',9,'紙板'),('','','kg','令','長',3,'紙板'),
+                   ('','','kg','張','寬',1,'單位換算'))"});
     const auto rows = [&] {
-        return plant.rows(
-            u"select 單位1,單位2,基本單位,計價單位,公式,序,類別 from 採購計價公式 order by 類別,序");
+        QStringList found =
+            plant.rows(u"select 單位1,單位2,基本單位,計價單位,公式,序,類別 from 採購計價公式");
+        found.sort();
+        return found;
     };
-    const QStringList before = rows();
+    const QString conversion = u"||kg|張|寬|1|單位換算"_s, paper = u"||kg|令|數量|7|紙品"_s;
     const FormulaTable table{{u" cm "_s, u"CM"_s, u"pcs"_s, u"㎡"_s, u" 長*寬*'單價' "_s, u"9"_s, u"別的"_s},
                              {u""_s, u""_s, u""_s, u"kg"_s, u"單價"_s, u""_s, u""_s}};
-    int calls = 0;
-    for (int n = 1; n < 100; ++n) {
-        plant.pool.failAt(n);
-        const int failed = errorOf([&] { saveFormulas(plant.session, u"紙板"_s, table); });
-        plant.pool.failAt(0);
-        if (failed == 0) break;
-        EXPECT_EQ(rows(), before) << "something is left of a save that failed at call " << n;
-        ++calls;
-    }
+    const auto save = [&](const FormulaTable& formulas) { saveFormulas(plant.session, u"紙板"_s, formulas); };
+    const int calls = failEveryCall("formulas", plant.pool, rows, [&] { save(table); });
     std::printf("failed calls: formulas %d\n", calls);
     EXPECT_GT(calls, 3);
-    const QStringList other{u"||kg|張|寬|1|單位換算"_s, u"||kg|令|數量|7|紙品"_s};
-    QStringList expected = other + QStringList{u"cm|CM|pcs|㎡|長*寬*'單價'|1|紙板"_s, u"|||kg|單價|2|紙板"_s};
-    QStringList found = rows();
+    QStringList expected{conversion, paper, u"cm|CM|pcs|㎡|長*寬*'單價'|1|紙板"_s, u"|||kg|單價|2|紙板"_s};
     expected.sort();
-    found.sort();
-    EXPECT_EQ(found, expected);
-
-    const FormulaTable twice{table[0], table[0]};
-    EXPECT_EQ(errorOf([&] { saveFormulas(plant.session, u"紙板"_s, twice); }), DatabaseError::DuplicateKey);
-    found = rows();
-    found.sort();
-    EXPECT_EQ(found, expected) << "a repeated key changes nothing";
-
-    saveFormulas(plant.session, u"紙板"_s, {});
-    found = rows();
-    found.sort();
-    QStringList rest = other;
-    rest.sort();
-    EXPECT_EQ(found, rest) << "an empty grid empties the kind";
+    EXPECT_EQ(rows(), expected);
+    EXPECT_EQ(errorOf([&] { save({table[0], table[0]}); }), DatabaseError::DuplicateKey);
+    EXPECT_EQ(rows(), expected) << "a repeated key changes nothing";
+    save({});
+    EXPECT_EQ(rows(), QStringList({paper, conversion})) << "an empty grid empties the kind";
 }
 
 TEST(FormulaDefinitions, TheOrderOfReadingDecides) {

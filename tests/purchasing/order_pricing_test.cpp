@@ -32,46 +32,34 @@ OrderLine sized(const QString& size, const QString& quantity, const QString& pri
 } // namespace
 
 TEST(OrderPricing, ALineIsPricedByTheFormulaOfItsUnits) {
-    struct Case {
-        OrderLine line;
-        QString amount, text;
-        QString stockUnit = QStringLiteral("pcs"), category = QStringLiteral("紙板");
-    };
-    const QString none = u"無計價公式以單價*數量計算 "_s;
-    const QString by = u"計價公式: "_s;
-    const Case cases[] = {
-        {sized(u"120*90"_s, u"100"_s, u"3.25"_s, u"㎡"_s), u"351"_s, by + u"120*90*3.25*100/10000"_s},
-        {sized(u"120 CM*90cm"_s, u"100"_s, u"3.25"_s, u"㎡"_s), u"702"_s, by + u"120*90*3.25*100/5000"_s},
-        {sized(u"120*90CM"_s, u"100"_s, u"3.25"_s, u"㎡"_s), u"325"_s, none + u"100*3.25"_s},
-        {sized(u"寬31長*9"_s, u"10"_s, u"2"_s, u"㎡"_s), u"20"_s, none + u"10*2"_s},
-        {sized(u"120x90*5"_s, u"1"_s, u"1"_s, u"㎡"_s), u"1"_s, none + u"1*1"_s},
-        {sized(u"120"_s, u"4"_s, u"2.5"_s, u"㎡"_s), u"10"_s, none + u"4*2.5"_s},
-        {sized(u""_s, u""_s, u""_s, u"㎡"_s), u"0"_s, none + u"0*0"_s},
-        {sized(u"120*90"_s, u"100"_s, u"3"_s, u" KG "_s), u"64.8"_s, by + u"120*90*200*3*100/10000000"_s},
-        {sized(u"120*90"_s, u"100"_s, u"3"_s, u"kg"_s, u"白卡"_s), u"0"_s, by + u"120*90*0*3*100/10000000"_s},
-        {sized(u"120*90"_s, u"100"_s, u"3"_s, u"kg"_s, u"2牛30"_s), u"74.52"_s,
-         by + u"120*90*230*3*100/10000000"_s},
-        {sized(u"120*90"_s, u"10"_s, u"3"_s, u"桶"_s), u"30"_s, none + u"10*3"_s},
-        {sized(u"120*90"_s, u"10"_s, u"3"_s, u"㎡"_s), u"30"_s, none + u"10*3"_s, u"張"_s},
-        {sized(u"120*90"_s, u"10"_s, u"3"_s, u"㎡"_s), u"10"_s, by + u"10"_s, u" Kg "_s},
-        {sized(u"120*90"_s, u"10"_s, u"3"_s, u"㎡"_s), u"30"_s, none + u"10*3"_s, u"pcs"_s, u"物料"_s},
-        {sized(u"1*1"_s, u"-1"_s, u"100.5"_s, u"㎡"_s), u"-0.01"_s, by + u"1*1*100.5*-1/10000"_s},
-        {sized(u"0.123456*1"_s, u"1"_s, u"1000000"_s, u"㎡"_s), u"12.35"_s,
-         by + u"0.12346*1*1000000*1/10000"_s},
-        {sized(u"50*1"_s, u"1"_s, u"1"_s, u"㎡"_s), u"0.01"_s, by + u"50*1*1*1/10000"_s},
-        {sized(u""_s, u"1"_s, u"1.005"_s, u"㎡"_s), u"1.01"_s, none + u"1*1.005"_s},
-        {sized(u""_s, u"-1"_s, u"1.005"_s, u"㎡"_s), u"-1.01"_s, none + u"-1*1.005"_s},
-        {sized(u""_s, u"3"_s, u"0.335"_s, u"㎡"_s), u"1.01"_s, none + u"3*0.335"_s}};
+    // Size, quantity, price, its unit, item, stock unit, family; amount and the text of the formula.
+    const auto cases =
+        casesOf<9>({u"120*90|100|3.25|㎡|K200|pcs|紙板|351|計價公式: 120*90*3.25*100/10000",
+                    u"120 CM*90cm|100|3.25|㎡|K200|pcs|紙板|702|計價公式: 120*90*3.25*100/5000",
+                    u"120*90CM|100|3.25|㎡|K200|pcs|紙板|325|無計價公式以單價*數量計算 100*3.25",
+                    u"寬31長*9|10|2|㎡|K200|pcs|紙板|20|無計價公式以單價*數量計算 10*2",
+                    u"120x90*5|1|1|㎡|K200|pcs|紙板|1|無計價公式以單價*數量計算 1*1",
+                    u"120|4|2.5|㎡|K200|pcs|紙板|10|無計價公式以單價*數量計算 4*2.5",
+                    u"|||㎡|K200|pcs|紙板|0|無計價公式以單價*數量計算 0*0",
+                    u"120*90|100|3| KG |K200|pcs|紙板|64.8|計價公式: 120*90*200*3*100/10000000",
+                    u"120*90|100|3|kg|白卡|pcs|紙板|0|計價公式: 120*90*0*3*100/10000000",
+                    u"120*90|100|3|kg|2牛30|pcs|紙板|74.52|計價公式: 120*90*230*3*100/10000000",
+                    u"120*90|10|3|桶|K200|pcs|紙板|30|無計價公式以單價*數量計算 10*3",
+                    u"120*90|10|3|㎡|K200|張|紙板|30|無計價公式以單價*數量計算 10*3",
+                    u"120*90|10|3|㎡|K200| Kg |紙板|10|計價公式: 10",
+                    u"120*90|10|3|㎡|K200|pcs|物料|30|無計價公式以單價*數量計算 10*3",
+                    u"1*1|-1|100.5|㎡|K200|pcs|紙板|-0.01|計價公式: 1*1*100.5*-1/10000",
+                    u"0.123456*1|1|1000000|㎡|K200|pcs|紙板|12.35|計價公式: 0.12346*1*1000000*1/10000",
+                    u"50*1|1|1|㎡|K200|pcs|紙板|0.01|計價公式: 50*1*1*1/10000",
+                    u"|1|1.005|㎡|K200|pcs|紙板|1.01|無計價公式以單價*數量計算 1*1.005",
+                    u"|-1|1.005|㎡|K200|pcs|紙板|-1.01|無計價公式以單價*數量計算 -1*1.005",
+                    u"|3|0.335|㎡|K200|pcs|紙板|1.01|無計價公式以單價*數量計算 3*0.335"});
     CEval evaluator;
-    for (const Case& c : cases) {
-        OrderLine line = c.line;
-        recalculateLine(line, {formulas(), evaluator, c.category, c.stockUnit, true});
-        const std::string what = (c.line.規格 + u' ' + c.line.數量 + u' ' + c.line.單位).toStdString();
-        EXPECT_EQ(line.小計, c.amount) << what;
-        EXPECT_EQ(line.原小計, c.amount) << what;
-        EXPECT_EQ(line.計價公式, c.text) << what;
-        EXPECT_EQ(line.小紙數, numberText(2 * val(c.line.數量))) << what;
-        EXPECT_EQ(line.規格, c.line.規格) << "the size stays as typed";
+    for (const auto& [size, quantity, price, unit, name, stockUnit, category, amount, text] : cases) {
+        OrderLine line = sized(size, quantity, price, unit, name);
+        recalculateLine(line, {formulas(), evaluator, category, stockUnit, true});
+        EXPECT_EQ(QStringList({line.小計, line.原小計, line.計價公式, line.小紙數, line.規格}),
+                  QStringList({amount, amount, text, numberText(2 * val(quantity)), size}));
     }
 }
 
@@ -102,65 +90,45 @@ TEST(OrderPricing, AFormulaThatFailsChangesNothingButItsText) {
 TEST(OrderPricing, TheTotalAddsRoundedAmounts) {
     const auto total = [](const QStringList& amounts) {
         OrderLines lines;
-        for (const QString& amount : amounts) {
-            OrderLine line;
-            line.小計 = amount;
-            lines.push_back(line);
-        }
+        for (const QString& amount : amounts)
+            lines.emplace_back().小計 = amount;
         return numberText(orderTotal(lines, true));
     };
-    EXPECT_EQ(total({}), u"0"_s);
-    EXPECT_EQ(total({u"0.1"_s, u"0.2"_s}), u"0.3"_s);
-    EXPECT_EQ(total({u"1,234"_s, u"x"_s, u"-1"_s, u""_s}), u"0"_s);
-    EXPECT_EQ(total({u"1.005"_s, u"2"_s}), u"3.01"_s);
+    for (const auto& [amounts, sum] : casesOf<2>({u"|0", u"0.1 0.2|0.3", u"1,234 x -1 |0", u"1.005 2|3.01"}))
+        EXPECT_EQ(total(amounts.split(u' ')), sum) << amounts;
     EXPECT_EQ(total(QStringList(1000, u"0.01"_s)), u"10"_s);
 }
 
 TEST(OrderPricing, SheetsComeFromTheFirstNumbers) {
-    struct Case {
-        QString size, cut, sheets;
-        bool sure;
-    };
-    const Case cases[] = {{u"120*90"_s, u"40*30"_s, u"3"_s, true},  {u"120*90"_s, u"41*30"_s, u"2"_s, true},
-                          {u"30*20"_s, u"40*30"_s, u"1"_s, true},   {u"120*90"_s, u""_s, u"120"_s, false},
-                          {u"120*90"_s, u"0.5"_s, u"120"_s, true},  {u"120*90"_s, u"*40"_s, u"120"_s, false},
-                          {u"寬120"_s, u"40"_s, u"1"_s, true},      {u""_s, u""_s, u"1"_s, false},
-                          {u"99.9*1"_s, u"33.3*1"_s, u"3"_s, true}, {u"120.5.5*1"_s, u"2"_s, u"60"_s, true},
-                          {u"120CM"_s, u"40CM"_s, u"3"_s, true},    {u"120"_s, u"0"_s, u"120"_s, false}};
-    for (const Case& c : cases) {
-        OrderLine line = sized(c.size, u"10"_s, u"1"_s, u"pcs"_s);
-        line.剖切尺寸 = c.cut;
+    // Size and cut; how many sheets, and whether the cut told.
+    const auto cases =
+        casesOf<4>({u"120*90|40*30|3|yes", u"120*90|41*30|2|yes", u"30*20|40*30|1|yes", u"120*90||120|no",
+                    u"120*90|0.5|120|yes", u"120*90|*40|120|no", u"寬120|40|1|yes", u"||1|no",
+                    u"99.9*1|33.3*1|3|yes", u"120.5.5*1|2|60|yes", u"120CM|40CM|3|yes", u"120|0|120|no"});
+    for (const auto& [size, cut, sheets, sure] : cases) {
+        OrderLine line = sized(size, u"10"_s, u"1"_s, u"pcs"_s);
+        line.剖切尺寸 = cut;
         line.小計 = u"77"_s;
-        EXPECT_EQ(updateSheetCount(line), c.sure) << c.size.toStdString() << " / " << c.cut.toStdString();
-        EXPECT_EQ(line.寬剖, c.sheets) << c.size.toStdString() << " / " << c.cut.toStdString();
-        EXPECT_EQ(line.小紙數, numberText(10 * val(c.sheets)));
+        EXPECT_EQ(updateSheetCount(line), sure == u"yes") << size << " / " << cut;
+        EXPECT_EQ(line.寬剖, sheets) << size << " / " << cut;
+        EXPECT_EQ(line.小紙數, numberText(10 * val(sheets)));
         EXPECT_EQ(line.小計, u"77"_s) << "sheets do not change the amount";
     }
 }
 
 TEST(OrderPricing, AnEditedQuantityMayCloseOrOpenAReceivedLine) {
-    struct Case {
-        QString quantity, received, openBefore, mark, open, markAfter;
-    };
-    const Case cases[] = {{u"10"_s, u"4"_s, u"8"_s, u"N"_s, u"6"_s, u"N"_s},
-                          {u"4"_s, u"4"_s, u"8"_s, u"N"_s, u"0"_s, u"Y"_s},
-                          {u"3"_s, u"4"_s, u"8"_s, u"N"_s, u"-1"_s, u"Y"_s},
-                          {u"5"_s, u"4"_s, u"0"_s, u"Y"_s, u"1"_s, u"N"_s},
-                          {u"5"_s, u"4"_s, u"-1"_s, u"Y"_s, u"1"_s, u"N"_s},
-                          {u"0"_s, u"0"_s, u"8"_s, u"N"_s, u"0"_s, u"N"_s},
-                          {u"9"_s, u"4"_s, u"6"_s, u"Y"_s, u"5"_s, u"Y"_s},
-                          {u"2"_s, u"4"_s, u"-1"_s, u"N"_s, u"-2"_s, u"N"_s},
-                          {u"5"_s, u""_s, u""_s, u""_s, u"5"_s, u""_s},
-                          {u"0.3"_s, u"0.1"_s, u"1"_s, u"N"_s, u"0.2"_s, u"N"_s}};
-    for (const Case& c : cases) {
+    // Quantity, received, open and 送清 before; open and 送清 afterwards.
+    const auto cases =
+        casesOf<5>({u"10|4|8|N|6 N", u"4|4|8|N|0 Y", u"3|4|8|N|-1 Y", u"5|4|0|Y|1 N", u"5|4|-1|Y|1 N",
+                    u"0|0|8|N|0 N", u"9|4|6|Y|5 Y", u"2|4|-1|N|-2 N", u"5||||5 ", u"0.3|0.1|1|N|0.2 N"});
+    for (const auto& [quantity, received, openBefore, mark, after] : cases) {
         OrderLine line;
-        line.數量 = c.quantity;
-        line.已入庫數 = c.received;
-        line.未交數 = c.openBefore;
-        line.送清 = c.mark;
+        line.數量 = quantity;
+        line.已入庫數 = received;
+        line.未交數 = openBefore;
+        line.送清 = mark;
         updateOpenQuantity(line);
-        EXPECT_EQ(line.未交數 + u' ' + line.送清, c.open + u' ' + c.markAfter)
-            << c.quantity.toStdString() << " of " << c.received.toStdString();
+        EXPECT_EQ(line.未交數 + u' ' + line.送清, after) << quantity << " of " << received;
     }
 }
 
@@ -171,35 +139,26 @@ TEST(OrderPricing, AnItemIsFoundOnlyWhenItIsTheOnlyOne) {
          u"('X1','同名'),('X2','同名'),('Y1','M1'),('A''1','撇')",
          u"insert into 紙品資料 (紙品代號,紙品名稱,規格,單重,單位) values ('S1','白板','1*1','2.5','kg')"});
     Connection connection(plant.pool, plant.target);
-    struct Case {
-        QString family, wanted, found;
-    };
-    const Case cases[] = {
-        {u"物料"_s, u"M2"_s, u"M2"_s}, {u"物料"_s, u"m2 "_s, u"M2"_s},  {u"物料"_s, u"膠水"_s, u"M2"_s},
-        {u"物料"_s, u"同名"_s, u""_s}, {u"物料"_s, u"M1"_s, u""_s},     {u"物料"_s, u""_s, u""_s},
-        {u"物料"_s, u"M%"_s, u""_s},   {u"物料"_s, u"A'1"_s, u"A'1"_s}, {u"紙板"_s, u"K200"_s, u""_s},
-        {u"紙板"_s, u"B2"_s, u"B2"_s}, {u"凸版"_s, u"P1"_s, u"P1"_s},   {u"紙品"_s, u"S1"_s, u"S1"_s},
-        {u"鐵板"_s, u"B1"_s, u""_s},   {u"物料"_s, u"B1"_s, u""_s}};
-    for (const Case& c : cases) {
-        const auto item = findItem(connection, c.family, c.wanted);
-        EXPECT_EQ(item ? item->code : QString(), c.found)
-            << c.family.toStdString() << ' ' << c.wanted.toStdString();
+    const auto cases = casesOf<3>({u"物料|M2|M2", u"物料|m2 |M2", u"物料|膠水|M2", u"物料|同名|", u"物料|M1|",
+                                   u"物料||", u"物料|M%|", u"物料|A'1|A'1", u"紙板|K200|", u"紙板|B2|B2",
+                                   u"凸版|P1|P1", u"紙品|S1|S1", u"鐵板|B1|", u"物料|B1|"});
+    for (const auto& [family, wanted, found] : cases) {
+        const auto item = findItem(connection, family, wanted);
+        EXPECT_EQ(item ? item->code : QString(), found) << family << ' ' << wanted;
     }
-    const auto paper = findItem(connection, u"紙品"_s, u"S1"_s);
-    EXPECT_EQ(paper->單重, u"2.5"_s);
+    EXPECT_EQ(findItem(connection, u"紙品"_s, u"S1"_s)->單重, u"2.5"_s);
     const auto ink = findItem(connection, u"物料"_s, u"M2"_s);
     EXPECT_EQ(QStringList({ink->code, ink->name, ink->規格, ink->庫存, ink->進料單位, ink->進價, ink->幣別,
-                           ink->單重, ink->安全庫存, ink->單位}),
-              QStringList(
-                  {u"M2"_s, u"膠水"_s, u"袋"_s, u"0"_s, u"桶"_s, u"4"_s, u"美金"_s, u"0"_s, u""_s, u"kg"_s}));
+                           ink->單重, ink->安全庫存, ink->單位})
+                  .join(u'|'),
+              u"M2|膠水|袋|0|桶|4|美金|0||kg"_s);
 }
 
 TEST(OrderPricing, APriceComesFromTheVendorsHistoryElseFromTheMaster) {
     OrderPlant plant;
     plant.run({u"insert into 歷史單價記錄 (類別,貨品代號,添加日期,單價,幣別,廠商代號) values "
-               u"('物料','M1','20240101','8','台幣','V1'),"
-               u"('物料','M1','20240601','9','美金','V1'),('物料','M1','20241201','1','台幣','V2'),('物料','"
-               u"M2','20240101','0','台幣','V1'),"
+               u"('物料','M1','20240101','8','台幣','V1'),('物料','M1','20240601','9','美金','V1'),"
+               u"('物料','M1','20241201','1','台幣','V2'),('物料','M2','20240101','0','台幣','V1'),"
                u"('物料','MX','20240101','3','台幣','V1')"});
     Connection connection(plant.pool, plant.target);
     struct Case {
@@ -214,6 +173,6 @@ TEST(OrderPricing, APriceComesFromTheVendorsHistoryElseFromTheMaster) {
         {u"V_"_s, u"MX"_s, u"20250201"_s, 4 * 31}, {u""_s, u"M1"_s, u"20230101"_s, 4}};
     for (const Case& c : cases)
         EXPECT_EQ(priceOfNewLine(connection, c.vendor, c.code, master, u"台幣"_s, c.date), c.price)
-            << c.vendor.toStdString() << ' ' << c.code.toStdString() << ' ' << c.date.toStdString();
+            << c.vendor << ' ' << c.code << ' ' << c.date;
     EXPECT_EQ(priceOfNewLine(connection, u"V1"_s, u"沒有"_s, {}, u"美金"_s, u"20250201"_s), 0);
 }

@@ -6,166 +6,118 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A line of the given columns; the others are what a sound line holds.
-OrderLine lineWith(std::initializer_list<std::pair<QString OrderLine::*, QString>> values) {
-    OrderLine line = OrderPlant::line(u"M1"_s, 10, 1);
-    for (const auto& [member, text] : values)
-        line.*member = text;
-    return line;
+/// The parts of a cell of a case; none in an empty one.
+QStringList partsOf(const QString& cell, QChar between) {
+    return cell.isEmpty() ? QStringList() : cell.split(between);
 }
 
 } // namespace
 
 TEST(OrderRules, TheFirstFaultOfTheFirstLineSpeaks) {
-    const OrderLine good = lineWith({});
-    struct Case {
+    // Lines of code, name, unit, sheet count and quantity; row and column of what is said.
+    const auto cases = casesOf<4>(
+        {u"|||", u"M1,M1,kg,1,10;M1,M1,kg,1,10|||", u" ,M1,kg,1,10|||", u"M1,,kg,1,10|||",
+         u"M1,M1,kg,1,-3|||", u"M1,M1,kg,1,10; , ,,1,10|2|代號|第2行明細「原料代號及名稱」不能為空!",
+         u"M1,M1, ,0,10|1|單位|第1行明細「單位」不能為空!",
+         u"M1,M1,kg,,0|1|走紙才|第1行明細「走紙才」不能為零!",
+         u"M1,M1,kg,1,10;M1,M1,kg,1,0.0;M1,M1,,1,10|2|大紙數|第2行明細「採購數量」不能為空!"});
+    for (const auto& [typed, row, column, text] : cases) {
         OrderLines lines;
-        QString text, column;
-        int row;
-    };
-    const Case cases[] = {
-        {{}, {}, {}, 0},
-        {{good, good}, {}, {}, 0},
-        {{lineWith({{&OrderLine::原料代號, u" "_s}})}, {}, {}, 0},
-        {{lineWith({{&OrderLine::原料名稱, u""_s}})}, {}, {}, 0},
-        {{good,
-          lineWith(
-              {{&OrderLine::原料代號, u" "_s}, {&OrderLine::原料名稱, u" "_s}, {&OrderLine::單位, u""_s}})},
-         u"第2行明細「原料代號及名稱」不能為空!"_s,
-         u"代號"_s,
-         2},
-        {{lineWith({{&OrderLine::單位, u" "_s}, {&OrderLine::寬剖, u"0"_s}})},
-         u"第1行明細「單位」不能為空!"_s,
-         u"單位"_s,
-         1},
-        {{lineWith({{&OrderLine::寬剖, u""_s}, {&OrderLine::數量, u"0"_s}})},
-         u"第1行明細「走紙才」不能為零!"_s,
-         u"走紙才"_s,
-         1},
-        {{good, lineWith({{&OrderLine::數量, u"0.0"_s}}), lineWith({{&OrderLine::單位, u""_s}})},
-         u"第2行明細「採購數量」不能為空!"_s,
-         u"大紙數"_s,
-         2},
-        {{lineWith({{&OrderLine::數量, u"-3"_s}})}, {}, {}, 0}};
-    for (const Case& c : cases) {
-        const auto finding = checkOrderLines(c.lines);
-        ASSERT_EQ(finding.has_value(), c.row > 0) << c.text.toStdString();
+        for (const QString& texts : partsOf(typed, u';')) {
+            const QStringList cells = texts.split(u',');
+            OrderLine& line = lines.emplace_back();
+            line.原料代號 = cells[0];
+            line.原料名稱 = cells[1];
+            line.單位 = cells[2];
+            line.寬剖 = cells[3];
+            line.數量 = cells[4];
+        }
+        const auto finding = checkOrderLines(lines);
+        ASSERT_EQ(finding.has_value(), !row.isEmpty()) << typed;
         if (!finding) continue;
-        EXPECT_EQ(finding->title, u"錯誤"_s);
-        EXPECT_EQ(finding->text, c.text);
-        EXPECT_EQ(finding->column, c.column);
-        EXPECT_EQ(finding->row, c.row);
+        EXPECT_EQ(finding->title + u": "_s + finding->text, u"錯誤: "_s + text);
+        EXPECT_EQ(finding->column, column);
+        EXPECT_EQ(finding->row, row.toInt());
     }
 }
 
 TEST(OrderRules, NewLinesStandAboveAllThatWereEverUsed) {
-    struct Case {
-        QStringList before;
-        double received;
-        QStringList after;
-    };
-    const Case cases[] = {{{}, 0, {}},
-                          {{u""_s, u""_s}, 0, {u"1"_s, u"2"_s}},
-                          {{u"1"_s, u""_s, u"3"_s, u""_s}, 0, {u"1"_s, u"4"_s, u"3"_s, u"5"_s}},
-                          {{u""_s, u"7"_s}, 0, {u"8"_s, u"7"_s}},
-                          {{u"0"_s, u"-1"_s, u"x"_s}, 0, {u"1"_s, u"2"_s, u"3"_s}},
-                          {{u"2"_s, u""_s}, 9, {u"2"_s, u"10"_s}},
-                          {{u"12"_s, u""_s}, 9, {u"12"_s, u"13"_s}}};
-    for (const Case& c : cases) {
+    const auto cases = casesOf<3>({u"|0|", u",|0|1,2", u"1,,3,|0|1,4,3,5", u",7|0|8,7", u"0,-1,x|0|1,2,3",
+                                   u"2,|9|2,10", u"12,|9|12,13"});
+    for (const auto& [before, received, after] : cases) {
         OrderLines lines;
-        for (const QString& number : c.before)
-            lines.push_back(lineWith({{&OrderLine::序, number}}));
-        numberOrderLines(lines, c.received);
+        for (const QString& number : partsOf(before, u','))
+            lines.emplace_back().序 = number;
+        numberOrderLines(lines, received.toDouble());
         QStringList numbers;
         for (const OrderLine& line : lines)
             numbers << line.序;
-        EXPECT_EQ(numbers, c.after);
+        EXPECT_EQ(numbers.join(u','), after) << before;
     }
 }
 
 TEST(OrderRules, WhatTheWarehouseWroteStays) {
-    // Received quantity and 送清, of the same line: as loaded, as stored by now, as it stands on the screen.
-    struct Case {
-        const char* what;
-        QString loaded, loadedMark, stored, storedMark, quantity, shown, shownMark;
-        QString received, open, mark;
+    // Received quantity and 送清 of the same line: as loaded, as stored by now, as it stands on the screen behind its quantity;
+    // then what is written: received, open, 送清.
+    const auto cases = casesOf<9>(
+        {u"nothing happened|0|N|0|N|10|0|N|0 10 N", u"received in between|0|N|4|N|10|0|N|4 6 N",
+         u"all of it in between|0|N|10|Y|10|0|N|10 0 Y", u"reversed in between|10|Y|0|N|10|10|Y|0 10 N",
+         u"closed by hand here|0|N|4|N|10|0|Y|4 6 Y", u"opened by hand here|0|Y|0|Y|10|0|N|0 10 N",
+         u"received quantity typed here|4|N|6|N|10|5|N|5 5 N",
+         u"the same number written otherwise|4|N|6|N|10|4.0|N|6 4 N",
+         u"a new quantity and a receipt|0|N|4|N|3.5|0|N|4 -0.5 N",
+         u"no crumbs of far digits|0|N|1000000|N|1000000.1|0|N|1000000 0.1 N",
+         u"blanks in the mark|0|N |4|Y|10|0|N|4 6 Y"});
+    const auto at = [](const QString& received, const QString& mark) {
+        OrderLine line = OrderPlant::line(u"M1"_s, 10, 1);
+        line.序 = u"3"_s;
+        line.已入庫數 = received;
+        line.送清 = mark;
+        return line;
     };
-    const Case cases[] = {{"nothing happened", u"0"_s, u"N"_s, u"0"_s, u"N"_s, u"10"_s, u"0"_s, u"N"_s,
-                           u"0"_s, u"10"_s, u"N"_s},
-                          {"received in between", u"0"_s, u"N"_s, u"4"_s, u"N"_s, u"10"_s, u"0"_s, u"N"_s,
-                           u"4"_s, u"6"_s, u"N"_s},
-                          {"all of it in between", u"0"_s, u"N"_s, u"10"_s, u"Y"_s, u"10"_s, u"0"_s, u"N"_s,
-                           u"10"_s, u"0"_s, u"Y"_s},
-                          {"reversed in between", u"10"_s, u"Y"_s, u"0"_s, u"N"_s, u"10"_s, u"10"_s, u"Y"_s,
-                           u"0"_s, u"10"_s, u"N"_s},
-                          {"closed by hand here", u"0"_s, u"N"_s, u"4"_s, u"N"_s, u"10"_s, u"0"_s, u"Y"_s,
-                           u"4"_s, u"6"_s, u"Y"_s},
-                          {"opened by hand here", u"0"_s, u"Y"_s, u"0"_s, u"Y"_s, u"10"_s, u"0"_s, u"N"_s,
-                           u"0"_s, u"10"_s, u"N"_s},
-                          {"received quantity typed here", u"4"_s, u"N"_s, u"6"_s, u"N"_s, u"10"_s, u"5"_s,
-                           u"N"_s, u"5"_s, u"5"_s, u"N"_s},
-                          {"the same number written otherwise", u"4"_s, u"N"_s, u"6"_s, u"N"_s, u"10"_s,
-                           u"4.0"_s, u"N"_s, u"6"_s, u"4"_s, u"N"_s},
-                          {"a new quantity and a receipt", u"0"_s, u"N"_s, u"4"_s, u"N"_s, u"3.5"_s, u"0"_s,
-                           u"N"_s, u"4"_s, u"-0.5"_s, u"N"_s},
-                          {"no crumbs of far digits", u"0"_s, u"N"_s, u"1000000"_s, u"N"_s, u"1000000.1"_s,
-                           u"0"_s, u"N"_s, u"1000000"_s, u"0.1"_s, u"N"_s},
-                          {"blanks in the mark", u"0"_s, u"N "_s, u"4"_s, u"Y"_s, u"10"_s, u"0"_s, u"N"_s,
-                           u"4"_s, u"6"_s, u"Y"_s}};
-    for (const Case& c : cases) {
-        const auto at = [&](const QString& received, const QString& mark) {
-            return lineWith(
-                {{&OrderLine::序, u"3"_s}, {&OrderLine::已入庫數, received}, {&OrderLine::送清, mark}});
-        };
-        OrderLines lines{at(c.shown, c.shownMark), lineWith({{&OrderLine::已入庫數, u"9"_s}})};
-        lines[0].數量 = c.quantity;
-        OrderLine stored = at(c.stored, c.storedMark);
-        stored.已檢驗數 = u"8"_s;
-        stored.檢驗合格數 = u"7"_s;
-        mergeWarehouseColumns(lines, {at(c.loaded, c.loadedMark)},
-                              {lineWith({{&OrderLine::序, u"1"_s}}), stored});
-        EXPECT_EQ(lines[0].已入庫數, c.received) << c.what;
-        EXPECT_EQ(lines[0].未交數, c.open) << c.what;
-        EXPECT_EQ(lines[0].送清, c.mark) << c.what;
-        EXPECT_EQ(lines[0].已檢驗數 + lines[0].檢驗合格數, u"87"_s) << c.what;
+    for (const auto& [what, loaded, loadedMark, now, nowMark, quantity, shown, shownMark, written] : cases) {
+        OrderLines lines{at(shown, shownMark), at(u"9"_s, u"N"_s)};
+        lines[0].數量 = quantity;
+        lines[1].序.clear();
+        OrderLines stored{at(u"1"_s, u"Y"_s), at(now, nowMark)};
+        stored[0].序 = u"1"_s;
+        stored[1].已檢驗數 = u"8"_s;
+        stored[1].檢驗合格數 = u"7"_s;
+        mergeWarehouseColumns(lines, {at(loaded, loadedMark)}, stored);
+        EXPECT_EQ(lines[0].已入庫數 + u' ' + lines[0].未交數 + u' ' + lines[0].送清, written) << what;
+        EXPECT_EQ(lines[0].已檢驗數 + lines[0].檢驗合格數, u"87"_s) << what;
         EXPECT_EQ(lines[1].已入庫數, u"9"_s) << "a line without a number is nobody's";
     }
 }
 
 TEST(OrderRules, RequisitionsCountWhatASaveChanges) {
-    const auto line = [](const QString& requisition, const QString& code, double quantity) {
-        OrderLine made = OrderPlant::line(code, quantity, 1, requisition);
-        return made;
+    // Requisition, item and quantity of each line now and as stored; what changes.
+    const auto cases = casesOf<3>({u"||", u"R1/A/5;/A/9;R1//9||R1 A 5", u"R1/A/5|R1/A/5|",
+                                   u"R1/A/7|R1/A/5|R1 A 2", u"|R1/A/5|R1 A -5", u"R1/A/2;R1/A/3|R1/A/5|",
+                                   u"R2/A/5|R1/A/5|R1 A -5, R2 A 5", u" R1 /A/0.3|R1/ A/0.1;R1/A/0.2|"});
+    const auto linesOf = [](const QString& texts) {
+        OrderLines lines;
+        for (const QString& text : partsOf(texts, u';')) {
+            const QStringList cells = text.split(u'/');
+            lines.push_back(OrderPlant::line(cells[1], cells[2].toDouble(), 1, cells[0]));
+        }
+        return lines;
     };
-    struct Case {
-        OrderLines lines, stored;
+    for (const auto& [now, stored, expected] : cases) {
         QStringList changes;
-    };
-    const Case cases[] = {
-        {{}, {}, {}},
-        {{line(u"R1"_s, u"A"_s, 5), line(u""_s, u"A"_s, 9), line(u"R1"_s, u""_s, 9)}, {}, {u"R1 A 5"_s}},
-        {{line(u"R1"_s, u"A"_s, 5)}, {line(u"R1"_s, u"A"_s, 5)}, {}},
-        {{line(u"R1"_s, u"A"_s, 7)}, {line(u"R1"_s, u"A"_s, 5)}, {u"R1 A 2"_s}},
-        {{}, {line(u"R1"_s, u"A"_s, 5)}, {u"R1 A -5"_s}},
-        {{line(u"R1"_s, u"A"_s, 2), line(u"R1"_s, u"A"_s, 3)}, {line(u"R1"_s, u"A"_s, 5)}, {}},
-        {{line(u"R2"_s, u"A"_s, 5)}, {line(u"R1"_s, u"A"_s, 5)}, {u"R1 A -5"_s, u"R2 A 5"_s}},
-        {{line(u" R1 "_s, u"A"_s, 0.3)}, {line(u"R1"_s, u" A"_s, 0.1), line(u"R1"_s, u"A"_s, 0.2)}, {}}};
-    for (const Case& c : cases) {
-        QStringList changes;
-        for (const RequisitionChange& change : requisitionChanges(c.lines, c.stored))
+        for (const RequisitionChange& change : requisitionChanges(linesOf(now), linesOf(stored)))
             changes << change.申購單號 + u' ' + change.原料代號 + u' ' + numberText(change.quantity);
-        EXPECT_EQ(changes, c.changes);
+        EXPECT_EQ(changes.join(u", "_s), expected) << now << " for " << stored;
     }
 }
 
 TEST(OrderRules, NumbersAreStoredAsNumbers) {
-    const OrderLine line = lineWith({{&OrderLine::數量, u"12 張"_s},
-                                     {&OrderLine::單價, MaskedMoney},
-                                     {&OrderLine::小計, MaskedMoney},
-                                     {&OrderLine::原單價, u"3.50"_s},
-                                     {&OrderLine::原小計, u"42.00"_s},
-                                     {&OrderLine::已入庫數, u""_s},
-                                     {&OrderLine::備註, u" 留白 "_s}});
+    OrderLine line;
+    line.數量 = u"12 張"_s;
+    line.單價 = line.小計 = MaskedMoney;
+    line.原單價 = u"3.50"_s;
+    line.原小計 = u"42.00"_s;
+    line.備註 = u" 留白 "_s;
     const OrderLine hidden = normalizedForStore(line, false);
     EXPECT_EQ(QStringList({hidden.數量, hidden.單價, hidden.小計, hidden.已入庫數, hidden.備註}),
               QStringList({u"12"_s, u"3.5"_s, u"42"_s, u"0"_s, u" 留白 "_s}));

@@ -1,46 +1,32 @@
 #pragma once
-#include "common/messages.h"
-#include "common/session.h"
+#include "common/items.h"
 #include "data/number_text.h"
-#include "data/schema/plant_database.h"
+#include "plant_session.h"
 #include "warehouse/check_plant.h"
 #include "warehouse/receipt_store.h"
 
 namespace liaowu {
 
-/// Writes down what is said; questions are answered with no.
-class SpokenMessages : public Messages {
-public:
-    bool ask(const QString& title, const QString& text, bool) override {
-        said << title + u'/' + text;
-        return false;
-    }
-    void notice(const QString&) override {}
-    QStringList said;
-
-protected:
-    void show(Icon, const QString& title, const QString& text) override { said << title + u'/' + text; }
-};
+/// What contradicts the documents.
+inline QStringList faultsOf(Connection& connection) {
+    QStringList lines;
+    for (const Difference& difference : checkPlant(connection).differences)
+        lines << difference.text();
+    return lines;
+}
 
 /// Items of each family, and an approved order of each with two open lines of 10 and 20.
-class ReceiptPlant : public PlantDatabase {
+class ReceiptPlant : public PlantSession {
 public:
     ReceiptPlant() {
-        pool.forbidSecondConnection(true);
-        session.connectionString = target;
-        session.salesmanName = QStringLiteral("倉管");
         run({u"insert into 浪紙資料 (浪紙代號, 浪紙名稱, 庫存, 單位) values ('KMK', 'K200', '0', 'PCS')",
-             u"insert into 物料資料 (物料代號, 物料名稱, 庫存, 單位) values ('IN1', '墨', '0', 'KG')",
-             u"insert into 物料資料 (物料代號, 物料名稱, 庫存, 單位) values ('IN2', '膠', '0', 'KG')",
+             u"insert into 物料資料 (物料代號, 物料名稱, 庫存, 單位) values ('IN1', '墨', '0', 'KG'), "
+             u"('IN2', '膠', '0', 'KG')",
              u"insert into 紙品資料 (紙品代號, 紙品名稱, 庫存, 單位) values ('W1', 'W80', '5', '張')",
              u"insert into 凸版主料資料 (主料代號, 主料名稱, 庫存, 單位) values ('PL1', '版', '6', '塊')"});
-        const std::vector<std::array<QString, 3>> orders{
-            {QStringLiteral("P1"), QStringLiteral("物料"), QStringLiteral("IN1")},
-            {QStringLiteral("P2"), QStringLiteral("紙板"), QStringLiteral("KMK")},
-            {QStringLiteral("P3"), QStringLiteral("紙品"), QStringLiteral("W1")},
-            {QStringLiteral("P4"), QStringLiteral("凸版"), QStringLiteral("PL1")}};
         Connection connection(pool, target);
-        for (const auto& [number, category, item] : orders) {
+        for (const auto& [number, category, item] :
+             casesOf<3>({u"P1|物料|IN1", u"P2|紙板|KMK", u"P3|紙品|W1", u"P4|凸版|PL1"})) {
             connection.Execute(sql(u"insert into 採購資料 (採購單號, 類別, 審單, 廠商代號, 幣別) values "
                                    u"('{}', '{}', 'Y', 'V1', '台幣')",
                                    number, category));
@@ -95,56 +81,47 @@ public:
         return save;
     }
 
-    QString stock(const char16_t* table, const char16_t* key, const QString& code) {
+    /// Saves a receipt and loads it.
+    ReceiptSave saved(ReceiptSave receipt) {
+        saveReceipt(session, receipt);
+        return again(receipt.header.入庫單號);
+    }
+    /// The same for one of materials, on the first line of their order.
+    ReceiptSave saved(const QString& quantity) {
+        return saved(newReceipt(QStringLiteral("物料"), {line(QStringLiteral("P1"), QStringLiteral("1"),
+                                                              QStringLiteral("IN1"), quantity)}));
+    }
+
+    /// 庫存 and 異動日期 of an item.
+    QString stock(const QString& category, const QString& code) {
+        const ItemFamily* family = itemFamily(category);
         return rowsOf(QStringLiteral("select 庫存, 異動日期 from %1 where %2 = '%3'")
-                          .arg(QString::fromUtf16(table), QString::fromUtf16(key), code))
+                          .arg(family->table, family->code, code))
             .value(0);
     }
     QString orderLine(const QString& number, int line) {
-        return rowsOf(
-                   QStringLiteral(
-                       "select 已入庫數, 未交數, 送清 from 採購明細資料 where 採購單號 = N'%1' and 序 = %2")
-                       .arg(number)
-                       .arg(line))
+        return rowsOf(QStringLiteral("select 已入庫數, 未交數, 送清 from 採購明細資料 where 採購單號 = N'%1' "
+                                     "and 序 = %2")
+                          .arg(number)
+                          .arg(line))
             .value(0);
     }
     QStringList bins() {
         return rows(u"select 原料代號, 儲位, 入庫單號, 入庫數, 領料數 from 原料板位明細 order by 原料代號, "
                     u"儲位, 入庫單號");
     }
-
-    /// What contradicts the documents.
     QStringList faults() {
         Connection connection(pool, target);
-        QStringList lines;
-        for (const Difference& difference : checkPlant(connection).differences)
-            lines << difference.text();
-        return lines;
+        return faultsOf(connection);
     }
 
     /// Every row of every table that a receipt may touch.
     QString everything() {
-        QStringList all;
-        for (const char16_t* table :
-             {u"原料入庫資料", u"原料入庫明細", u"採購明細資料", u"浪紙資料", u"物料資料", u"紙品資料",
-              u"凸版主料資料", u"原料板位明細", u"料務_板位異動", u"進料檢驗資料", u"原料入庫明細報表"})
-            all << rowsOf(QStringLiteral("select * from [%1]").arg(QString::fromUtf16(table)));
-        return all.join(u'\n');
+        return contents({u"原料入庫資料", u"原料入庫明細", u"採購明細資料", u"浪紙資料", u"物料資料",
+                         u"紙品資料", u"凸版主料資料", u"原料板位明細", u"料務_板位異動", u"進料檢驗資料",
+                         u"原料入庫明細報表"})
+            .join(u'\n');
     }
-
-    SpokenMessages messages;
-    Session session{pool, messages};
 };
-
-/// The text of the `Refusal` that `deed` throws; empty when it throws none.
-template <typename Deed>
-QString refusalOf(Deed deed) {
-    try {
-        deed();
-    } catch (const Refusal& refusal) {
-        return refusal.title + u'/' + refusal.text;
-    }
-    return {};
-}
 
 } // namespace liaowu

@@ -31,75 +31,55 @@ TEST(ReceiptRules, ChecksTheHeaderInItsOrder) {
 }
 
 TEST(ReceiptRules, PaymentMonthsFollowTheVendorsTerms) {
-    struct Case {
-        VendorTerms terms;
-        QString date, reconciled, paid;
-    };
-    const std::vector<Case> cases{
-        {{u"現金"_s, u"25日結帳"_s, u"60"_s}, u"20250126"_s, u"202501"_s, u"202501"_s},
-        {{u"月結"_s, u"25日結帳"_s, u"60"_s}, u"20250125"_s, u"202501"_s, u"202503"_s},
-        {{u"月結"_s, u"25日結帳"_s, u"30"_s}, u"20250126"_s, u"202502"_s, u"202503"_s},
-        {{u"月結"_s, u"25日結帳"_s, u"0"_s}, u"20241231"_s, u"202501"_s, u"202501"_s},
-        {{u"月結"_s, u"月底結帳"_s, u"30"_s}, u"20250131"_s, u"202501"_s, u"202501"_s},
-        {{u""_s, u""_s, u""_s}, u"20250131"_s, u"202501"_s, u"202501"_s},
-        {{u"月結"_s, u""_s, u"31"_s}, u"壞"_s, u"壞"_s, u"202503"_s}};
-    for (const Case& row : cases) {
-        const PaymentMonths months = paymentMonths(row.terms, row.date, u"20250210"_s);
-        EXPECT_EQ(months.reconciled, row.reconciled) << row.date.toStdString();
-        EXPECT_EQ(months.paid, row.paid) << row.date.toStdString();
+    // Payment, closing and days of the vendor, date of the receipt; months of reconciling and paying.
+    const auto cases = casesOf<6>(
+        {u"現金|25日結帳|60|20250126|202501|202501", u"月結|25日結帳|60|20250125|202501|202503",
+         u"月結|25日結帳|30|20250126|202502|202503", u"月結|25日結帳|0|20241231|202501|202501",
+         u"月結|月底結帳|30|20250131|202501|202501", u"|||20250131|202501|202501", u"月結||31|壞|壞|202503"});
+    for (const auto& [payment, closing, days, date, reconciled, paid] : cases) {
+        const PaymentMonths months = paymentMonths({payment, closing, days}, date, u"20250210"_s);
+        EXPECT_EQ(months.reconciled, reconciled) << payment << closing << days << date;
+        EXPECT_EQ(months.paid, paid) << payment << closing << days << date;
     }
 }
 
 TEST(ReceiptRules, AReturnTakesOneSign) {
     for (const auto& [typed, kind, expected] :
-         {std::tuple(u"5"_s, u"退貨"_s, u"-5"_s), std::tuple(u"-5"_s, u"退貨"_s, u"-5"_s),
-          std::tuple(u"5"_s, u"采購入庫"_s, u"5"_s), std::tuple(u"-5"_s, u"采購入庫"_s, u"-5"_s),
-          std::tuple(u""_s, u"退貨"_s, u""_s)})
+         casesOf<3>({u"5|退貨|-5", u"-5|退貨|-5", u"5|采購入庫|5", u"-5|采購入庫|-5", u"|退貨|"}))
         EXPECT_EQ(signedQuantity(typed, kind), expected);
 }
 
 TEST(ReceiptPricing, PricesALineByFamilyUnitsAndVendor) {
-    struct Case {
-        QString name, category, item, spec, unit, quantity;
-        QString amount, formula;
-    };
     const FormulaTable formulas{
         {u""_s, u""_s, u"PCS"_s, u"㎡"_s, u"長*寬*數量*單價/10000"_s, u"1"_s, u"紙板"_s},
         {u""_s, u""_s, u"PCS"_s, u"KG"_s, u"長*寬*基重/10000000*數量*單價"_s, u"2"_s, u"紙板"_s},
         {u""_s, u""_s, u"PCS"_s, u"壞"_s, u"數量/(1-1)"_s, u"3"_s, u"紙板"_s}};
-    const std::vector<Case> cases{
-        {u"materials"_s, u"物料"_s, u"墨"_s, u"100*50"_s, u"㎡"_s, u"3"_s, u"7.50"_s, u"計價公式: 2.5*3"_s},
-        {u"board by area"_s, u"紙板"_s, u"K200"_s, u"120*90"_s, u"㎡"_s, u"10"_s, u"27.00"_s,
-         u"計價公式: 120*90*10*2.5/10000"_s},
-        {u"a length alone is one wide"_s, u"紙板"_s, u"K200"_s, u"120*0"_s, u"㎡"_s, u"100"_s, u"3.00"_s,
-         u"計價公式: 120*1*100*2.5/10000"_s},
-        {u"the vendor's next weight"_s, u"紙板"_s, u"K190"_s, u"100*100"_s, u"KG"_s, u"10"_s, u"5.25"_s,
-         u"計價公式: 100*100*210/10000000*10*2.5"_s},
-        {u"no heavier weight"_s, u"紙板"_s, u"K400"_s, u"100*100"_s, u"KG"_s, u"10"_s, u"10.00"_s,
-         u"計價公式: 100*100*400/10000000*10*2.5"_s},
-        {u"no formula"_s, u"紙板"_s, u"K200"_s, u"120*90"_s, u"張"_s, u"3"_s, u"7.50"_s,
-         u"無計價公式以單價*數量計算 3*2.5"_s},
-        {u"no size"_s, u"紙板"_s, u"K200"_s, u"1200X800"_s, u"㎡"_s, u"3"_s, u"7.50"_s,
-         u"無計價公式以單價*數量計算 3*2.5"_s},
-        {u"sent back"_s, u"紙板"_s, u"K200"_s, u"120*90"_s, u"㎡"_s, u"-10"_s, u"-27.00"_s,
-         u"計價公式: 120*90*-10*2.5/10000"_s}};
+    const auto cases = casesOf<8>(
+        {u"materials|物料|墨|100*50|㎡|3|7.50|計價公式: 2.5*3",
+         u"board by area|紙板|K200|120*90|㎡|10|27.00|計價公式: 120*90*10*2.5/10000",
+         u"a length alone is one wide|紙板|K200|120*0|㎡|100|3.00|計價公式: 120*1*100*2.5/10000",
+         u"the vendor's next weight|紙板|K190|100*100|KG|10|5.25|計價公式: 100*100*210/10000000*10*2.5",
+         u"no heavier weight|紙板|K400|100*100|KG|10|10.00|計價公式: 100*100*400/10000000*10*2.5",
+         u"no formula|紙板|K200|120*90|張|3|7.50|無計價公式以單價*數量計算 3*2.5",
+         u"no size|紙板|K200|1200X800|㎡|3|7.50|無計價公式以單價*數量計算 3*2.5",
+         u"sent back|紙板|K200|120*90|㎡|-10|-27.00|計價公式: 120*90*-10*2.5/10000"});
     CEval evaluator;
     const std::vector<double> weights{150, 180, 210, 300};
-    for (const Case& row : cases)
+    for (const auto& [name, category, item, size, unit, quantity, amount, formula] : cases)
         for (const bool canSeePrice : {true, false}) {
             ReceiptLine line;
-            line.原料名稱 = row.item;
-            line.規格 = row.spec;
-            line.單位 = row.unit;
-            line.數量 = row.quantity;
+            line.原料名稱 = item;
+            line.規格 = size;
+            line.單位 = unit;
+            line.數量 = quantity;
             putPrice(line, u"2.5"_s, canSeePrice);
             settleStockQuantity(line);
-            recalculateLine(line, {formulas, evaluator, row.category, u"PCS"_s, weights, canSeePrice});
-            EXPECT_EQ(line.原小計, row.amount) << row.name.toStdString();
-            EXPECT_EQ(line.小計, canSeePrice ? row.amount : u"******"_s) << row.name.toStdString();
-            EXPECT_EQ(line.計價公式, row.formula) << row.name.toStdString();
+            recalculateLine(line, {formulas, evaluator, category, u"PCS"_s, weights, canSeePrice});
+            EXPECT_EQ(line.原小計, amount) << name;
+            EXPECT_EQ(line.小計, canSeePrice ? amount : u"******"_s) << name;
+            EXPECT_EQ(line.計價公式, formula) << name;
             EXPECT_EQ(line.走紙才, u"1"_s);
-            EXPECT_EQ(line.入庫數量, row.quantity);
+            EXPECT_EQ(line.入庫數量, quantity);
         }
     ReceiptLine line;
     line.規格 = u"1*1"_s;
@@ -124,28 +104,20 @@ TEST(ReceiptQueries, AnOrderBringsWhatIsOpen) {
                u"insert into 採購明細資料 (採購單號, 序, 原料代號, 數量) values ('P5', 1, 'IN1', '5')",
                u"insert into 採購資料 (採購單號, 類別, 審單, 廠商代號) values ('P6', '物料', 'Y', null)",
                u"insert into 採購明細資料 (採購單號, 序, 原料代號, 數量) values ('P6', 1, 'IN1', '5')"});
-    struct Case {
-        QString order, vendor, category, kind;
-        QStringList lines; ///< 採購序, 數量, 走紙才, 入庫單位
-    };
-    const QString bought = u"采購入庫"_s;
-    const std::vector<Case> cases{{u"P1"_s, u"V1"_s, u"物料"_s, bought, {u"1|6|4|KG"_s, u"2|20|0|KG"_s}},
-                                  {u"P2"_s, u"V1"_s, u"紙板"_s, bought, {u"1|6|4|PCS"_s, u"2|20|4|PCS"_s}},
-                                  {u"P3"_s, u"V1"_s, u"紙品"_s, bought, {u"1|6|4|張"_s}},
-                                  {u"P4"_s, u"V1"_s, u"凸版"_s, bought, {u"1|6|4|塊"_s, u"2|20|4|塊"_s}},
-                                  {u"P2"_s, u"V1"_s, u"紙板"_s, u"退貨"_s, {u"1|-4|4|PCS"_s}},
-                                  {u"P2"_s, u"V2"_s, u"紙板"_s, bought, {}},
-                                  {u"P5"_s, u"V1"_s, u"物料"_s, bought, {}},
-                                  {u"P6"_s, u"V2"_s, u"物料"_s, bought, {u"1|5|0|KG"_s}}};
+    // Order, vendor, family and kind of the receipt; 採購序, 數量, 走紙才 and 入庫單位 of each line that comes.
+    const auto cases =
+        casesOf<5>({u"P1|V1|物料|采購入庫|1/6/4/KG 2/20/0/KG", u"P2|V1|紙板|采購入庫|1/6/4/PCS 2/20/4/PCS",
+                    u"P3|V1|紙品|采購入庫|1/6/4/張", u"P4|V1|凸版|采購入庫|1/6/4/塊 2/20/4/塊",
+                    u"P2|V1|紙板|退貨|1/-4/4/PCS", u"P2|V2|紙板|采購入庫|", u"P5|V1|物料|采購入庫|",
+                    u"P6|V2|物料|采購入庫|1/5/0/KG"});
     Connection connection(plant.pool, plant.target);
-    for (const Case& row : cases) {
+    for (const auto& [order, vendor, category, kind, expected] : cases) {
         QStringList lines;
-        for (const ReceiptLine& line :
-             linesOfOrder(connection, row.order, row.vendor, row.category, row.kind, true))
-            lines << QStringList{line.採購序, line.數量, line.走紙才, line.入庫單位}.join(u'|');
-        EXPECT_EQ(lines, row.lines) << (row.order + row.vendor + row.kind).toStdString();
+        for (const ReceiptLine& line : linesOfOrder(connection, order, vendor, category, kind, true))
+            lines << QStringList{line.採購序, line.數量, line.走紙才, line.入庫單位}.join(u'/');
+        EXPECT_EQ(lines.join(u' '), expected) << order << vendor << kind;
     }
-    const ReceiptLines masked = linesOfOrder(connection, u"P1"_s, u"V1"_s, u"物料"_s, bought, false);
+    const ReceiptLines masked = linesOfOrder(connection, u"P1"_s, u"V1"_s, u"物料"_s, u"采購入庫"_s, false);
     EXPECT_EQ(masked.at(0).單價 + masked.at(0).原單價, u"******2"_s);
     plant.session.formulaMode = u"物料"_s;
     plant.session.pickVendor = u"V2"_s;
@@ -155,15 +127,13 @@ TEST(ReceiptQueries, AnOrderBringsWhatIsOpen) {
 
 TEST(ReceiptQueries, AnItemIsFoundByItsCodeOrItsOwnName) {
     ReceiptPlant plant;
-    plant.run({u"insert into 浪紙資料 (浪紙代號, 浪紙名稱) values ('KMK-2', 'K200')",
-               u"insert into 浪紙資料 (浪紙代號, 浪紙名稱) values ('A', 'KMK')",
-               u"insert into 浪紙資料 (浪紙代號, 浪紙名稱) values ('B', 'B180')"});
+    plant.run(
+        {u"insert into 浪紙資料 (浪紙代號, 浪紙名稱) values ('KMK-2', 'K200'), ('A', 'KMK'), ('B', 'B180')"});
     Connection connection(plant.pool, plant.target);
     for (const auto& [typed, code] :
-         {std::pair(u"kmk"_s, u"KMK"_s), std::pair(u"KMK-2"_s, u"KMK-2"_s), std::pair(u"B180"_s, u"B"_s),
-          std::pair(u"K200"_s, QString()), std::pair(u"K2"_s, QString()), std::pair(QString(), QString())}) {
+         casesOf<2>({u"kmk|KMK", u"KMK-2|KMK-2", u"B180|B", u"K200|", u"K2|", u"|"})) {
         const auto item = findReceiptItem(connection, u"紙板"_s, typed);
-        EXPECT_EQ(item ? item->code : QString(), code) << typed.toStdString();
+        EXPECT_EQ(item ? item->code : QString(), code) << typed;
     }
 }
 
@@ -171,44 +141,35 @@ TEST(ReceiptQueries, ListsHoldWhatIsAskedFor) {
     ReceiptPlant plant;
     plant.session.category = u"物料"_s;
     plant.session.salesScope = u" And (業務員代號='S1' ) "_s;
-    plant.run({u"insert into 廠商資料 (廠商代號, 業務員代號) values ('V1', 'S1')",
-               u"insert into 廠商資料 (廠商代號, 業務員代號) values ('V2', 'S2')"});
+    plant.run({u"insert into 廠商資料 (廠商代號, 業務員代號) values ('V1', 'S1'), ('V2', 'S2')"});
     Connection connection(plant.pool, plant.target);
     for (const auto& [number, kind, vendor, mark] :
-         {std::tuple("1", u"采購入庫"_s, "V1", "N"), std::tuple("2", u"采購入庫"_s, "V2", "N"),
-          std::tuple("3", u"退貨"_s, "V1", "N"), std::tuple("4", u"退貨"_s, "V2", "N"),
-          std::tuple("T5", u"退貨"_s, "V1", "N"), std::tuple("6", u"采購入庫"_s, "V1", "Y")}) {
+         casesOf<4>({u"1|采購入庫|V1|N", u"2|采購入庫|V2|N", u"3|退貨|V1|N", u"4|退貨|V2|N", u"T5|退貨|V1|N",
+                     u"6|采購入庫|V1|Y"})) {
         connection.Execute(
             sql(u"insert into 原料入庫資料 (入庫單號, 類別, 單別, 廠商代號, 審核, 入庫日期, 經辦代號, "
                 u"經辦名稱, 廠商單號) values ('{}', '物料', '{}', '{}', '{}', '20250101', 'S07', "
                 u"'鄭文龍', 'DN77')",
-                QString(number), kind, QString(vendor), QString(mark)));
+                number, kind, vendor, mark));
         connection.Execute(
             sql(u"insert into 原料入庫明細 (入庫單號, 序, 採購單號, 原料代號, 原料名稱, 數量, 單價) "
                 u"values ('{}', 1, '250101', 'IN1', '油墨', '5', '77')",
-                QString(number)));
+                number));
     }
     EXPECT_EQ(plant.rowsOf(receiptBrowseStatement(plant.session).text()), QStringList({u"1"_s, u"6"_s}));
     EXPECT_TRUE(findSentBack(plant.session, connection, u"3"_s));
     for (const auto& hidden : {u"1"_s, u"4"_s, u"T5"_s})
         EXPECT_FALSE(findSentBack(plant.session, connection, hidden));
-    struct Case {
-        int option;
-        QString text;
-        bool unapproved;
-        QString found; ///< numbers, the latest first
-    };
-    const std::vector<Case> cases{
-        {0, {}, false, u"6,1"_s},   {0, {}, true, u"1"_s},      {0, u"6"_s, false, u"6"_s},
-        {1, u"01"_s, true, u"1"_s}, {1, u"02"_s, true, {}},     {2, u"N1"_s, true, u"1"_s},
-        {2, u"墨"_s, true, u"1"_s}, {3, u"V"_s, true, u"1"_s},  {3, u"1"_s, true, {}},
-        {4, u"07"_s, true, u"1"_s}, {4, u"文"_s, true, u"1"_s}, {5, u"DN"_s, true, u"1"_s},
-        {5, u"N7"_s, true, {}},     {6, u"7"_s, false, u"1"_s}, {6, u"14"_s, false, {}}};
-    for (const Case& row : cases) {
+    // Search option and text, whether only unapproved ones; numbers, the latest first.
+    const auto cases =
+        casesOf<4>({u"0||all|6,1", u"0||open|1", u"0|6|all|6", u"1|01|open|1", u"1|02|open|", u"2|N1|open|1",
+                    u"2|墨|open|1", u"3|V|open|1", u"3|1|open|", u"4|07|open|1", u"4|文|open|1",
+                    u"5|DN|open|1", u"5|N7|open|", u"6|7|all|1", u"6|14|all|"});
+    for (const auto& [option, text, which, found] : cases) {
         // The last one does not look at the dates.
-        const QString from = row.option == 6 ? u"20250201"_s : u"20250101"_s;
+        const QString from = option == u"6" ? u"20250201"_s : u"20250101"_s;
         const SearchInput input{
-            row.option, row.text, from, u"20250131"_s, {{u"chk查詢審單"_s, row.unapproved}}};
+            option.toInt(), text, from, u"20250131"_s, {{u"chk查詢審單"_s, which == u"open"}}};
         for (const bool canSeePrice : {true, false}) {
             QStringList numbers;
             for (const QString& line : plant.rowsOf(
@@ -216,7 +177,7 @@ TEST(ReceiptQueries, ListsHoldWhatIsAskedFor) {
                 numbers << line.section(u'|', 0, 0);
                 EXPECT_EQ(line.contains(u"|77|"), canSeePrice);
             }
-            EXPECT_EQ(numbers.join(u','), row.found) << row.option << row.text.toStdString();
+            EXPECT_EQ(numbers.join(u','), found) << option << text;
         }
     }
 }
