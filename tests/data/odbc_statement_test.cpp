@@ -8,37 +8,35 @@ using namespace Qt::StringLiterals;
 using dialect::Literal;
 
 TEST(OdbcStatement, KnowsWhereASelectCanBeWritten) {
-    struct Case {
-        QString statement, table, probe;
-    };
-    const std::vector<Case> cases{
-        {u"select 申購單號 from [原料申購資料]where 1=1 order by 申購日期"_s, u"[原料申購資料]"_s,
-         u"select 申購單號 from [原料申購資料]"_s},
-        {u"Select a From dbo.[採購 from 資料] order by a"_s, u"dbo.[採購 from 資料]"_s,
-         u"Select a From dbo.[採購 from 資料]"_s},
-        {u"select top 1 a, (select max(b) from u) m from t where c=' from x'"_s, u"t"_s,
-         u"select top 1 a, (select max(b) from u) m from t"_s},
-        {u"select [a from b], 'x from y' from 料務_板位異動;"_s, u"料務_板位異動"_s,
-         u"select [a from b], 'x from y' from 料務_板位異動"_s},
-        {u"select * from [t"_s, u"[t"_s, u"select * from [t"_s},
-    };
-    for (const Case& c : cases) {
-        const WritableSelect found = writableSelect(c.statement);
-        EXPECT_EQ(found.table, c.table) << c.statement.toStdString();
-        EXPECT_EQ(found.probe, c.probe + u" WHERE 1=0"_s);
+    for (const auto& [statement, table, probe] :
+         casesOf<3>({u"select 申購單號 from [原料申購資料]where 1=1 order by 申購日期|"
+                     u"[原料申購資料]|"
+                     u"select 申購單號 from [原料申購資料]",
+                     u"Select a From dbo.[採購 from 資料] order by a|"
+                     u"dbo.[採購 from 資料]|"
+                     u"Select a From dbo.[採購 from 資料]",
+                     u"select top 1 a, (select max(b) from u) m from t where c=' from x'|"
+                     u"t|"
+                     u"select top 1 a, (select max(b) from u) m from t",
+                     u"select [a from b], 'x from y' from 料務_板位異動;|"
+                     u"料務_板位異動|"
+                     u"select [a from b], 'x from y' from 料務_板位異動",
+                     u"select * from [t|[t|select * from [t"})) {
+        const WritableSelect found = writableSelect(statement);
+        EXPECT_EQ(found.table, table) << statement;
+        EXPECT_EQ(found.probe, probe + u" WHERE 1=0"_s);
     }
     for (const QString& readOnly :
          {u"select * from a, b"_s, u"select * from a inner join b on a.x=b.x"_s,
           u"select * from a x where 1=1"_s, u"select distinct a from t"_s, u"select a from t group by a"_s,
           u"select a from t union all select a from u"_s, u"select * from (select * from t) q"_s,
           u"select 1"_s, u"select 1 from"_s, u"delete from t"_s, u""_s})
-        EXPECT_EQ(writableSelect(readOnly).table, u"") << readOnly.toStdString();
+        EXPECT_EQ(writableSelect(readOnly).table, u"") << readOnly;
 }
 
 TEST(OdbcStatement, TakesNamesOutOfTheirBrackets) {
-    for (const auto& [table, name] :
-         {std::pair{u"[採購資料]", u"採購資料"}, {u"dbo.[a]]b]", u"a]b"}, {u"t", u"t"}})
-        EXPECT_EQ(plainTableName(QString::fromUtf16(table)), QString::fromUtf16(name));
+    for (const auto& [table, name] : casesOf<2>({u"[採購資料]|採購資料", u"dbo.[a]]b]|a]b", u"t|t"}))
+        EXPECT_EQ(plainTableName(table), name);
 }
 
 TEST(OdbcStatement, WritesEveryKindOfValue) {

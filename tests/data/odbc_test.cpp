@@ -96,7 +96,7 @@ TEST_F(ServerTextTest, ErrorsKeepTheServersNumber) {
         record->failure = c.natives;
         QString text;
         EXPECT_EQ(errorOf([&] { connection.Execute(sql(u"delete from t")); }, &text), c.number);
-        EXPECT_TRUE(text.contains(c.says) && !text.contains(u"[FreeTDS]")) << text.toStdString();
+        EXPECT_TRUE(text.contains(c.says) && !text.contains(u"[FreeTDS]")) << text;
     }
 }
 
@@ -197,7 +197,7 @@ TEST_F(OdbcDriverTest, TransactionsAndErrors) {
     EXPECT_EQ(rows.text(0), u"kept");
     QString text;
     EXPECT_NE(errorOf([&] { select(connection, sql(u"select * from missing")); }, &text), 0);
-    EXPECT_TRUE(text.contains(u"no such table")) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"no such table")) << text;
 }
 
 TEST_F(OdbcDriverTest, RecordsetsWrite) {
@@ -229,7 +229,7 @@ TEST_F(OdbcTest, AnUnreachableServerHasAText) {
     const QString unreachable = u"Provider=SQLOLEDB;Data Source=127.0.0.1,1;User ID=sa;Password=geheim"_s;
     QString text;
     EXPECT_EQ(errorOf([&] { connection.Open(unreachable); }, &text), DatabaseError::ConnectionFailed);
-    EXPECT_TRUE(text.contains(u"無法連線") && !text.contains(u"geheim")) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"無法連線") && !text.contains(u"geheim")) << text;
 }
 
 /// A server of one's own, named by its connection string; the tables go with the session.

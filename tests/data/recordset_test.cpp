@@ -115,7 +115,7 @@ TEST_F(RecordsetTest, FindComparesAsTheServerDoes) {
         for (const Case& c : cases) {
             rows.setAbsolutePosition(c.from);
             EXPECT_EQ(rows.Find(c.column, c.value), c.position > 0);
-            EXPECT_EQ(rows.AbsolutePosition(), c.position) << c.value.toStdString();
+            EXPECT_EQ(rows.AbsolutePosition(), c.position) << c.value;
             EXPECT_EQ(rows.EOF_(), c.position == 0);
         }
     }

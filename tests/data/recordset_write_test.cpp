@@ -53,7 +53,7 @@ TEST_F(RecordsetWriteTest, AddNewReadsNoRows) {
         cursor == Cursor::Batch ? rows.UpdateBatch() : rows.Update();
         EXPECT_EQ(rows.text(u"數量"), u"0.1");
         EXPECT_TRUE(rows.isNull(u"名稱"));
-        EXPECT_TRUE(sent(u"select").isEmpty()) << natives.join(u'\n').toStdString();
+        EXPECT_TRUE(sent(u"select").isEmpty()) << natives.join(u'\n');
         EXPECT_EQ(sent(u"insert").size(), 1);
         rows.MoveFirst();
         EXPECT_EQ(sent(u"select").size(), 1) << "read at the first move";

@@ -74,8 +74,8 @@ TEST(SqlText, AnyValueStaysInsideItsLiteral) {
             if (text[at] == u'\'') ++at;
             content += text[at];
         }
-        ASSERT_EQ(content, value) << text.toStdString();
-        ASSERT_EQ(text.mid(at), u"'|") << text.toStdString();
+        ASSERT_EQ(content, value) << text;
+        ASSERT_EQ(text.mid(at), u"'|") << text;
     }
 }
 

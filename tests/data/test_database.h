@@ -91,7 +91,7 @@ testing::AssertionResult fails(Deed deed, int number, QStringView says = {}) {
     QString text;
     const int thrown = errorOf(deed, &text);
     if (thrown == number && text.contains(says)) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << thrown << ": " << text.toStdString();
+    return testing::AssertionFailure() << thrown << ": " << text;
 }
 
 } // namespace liaowu

@@ -49,7 +49,7 @@ TEST_F(Demo, AgreesWithItsDocuments) {
     Connection connection(plant.pool, plant.target);
     const PlantCheck result = checkPlant(connection);
     for (const Difference& difference : result.differences)
-        ADD_FAILURE() << difference.text().toStdString();
+        ADD_FAILURE() << difference.text();
     EXPECT_GT(result.orderLines, 100);
     EXPECT_GT(result.binRows, 10);
     EXPECT_EQ(plant.summary.orders, 100);
@@ -67,7 +67,7 @@ TEST_F(Demo, MovementsSinceTheClosingMakeUpTheStock) {
             u"group by 代號) as 異動 on 異動.代號 = [%1].[%2] "
             u"where abs(cast(庫存 as float) - cast(結存 as float) - isnull(數量和, 0)) > 0.001"_s.arg(
                 table, key, closing));
-        EXPECT_TRUE(strays.isEmpty()) << strays.join(u'\n').toStdString();
+        EXPECT_TRUE(strays.isEmpty()) << strays.join(u'\n');
     }
 }
 
@@ -94,7 +94,7 @@ TEST_F(Demo, HoldsEveryKindOfDocument) {
           u"盤點資料_浪紙 where left(盤點日期,7) >= '2024-11'",
           u"片語資料 where 類別 = 'EN-材質編碼' and 尺寸大小 <> '' and 難度比 <> ''",
           u"半成品委外明細"})
-        EXPECT_GT(plant.count(rows), 0) << rows.toString().toStdString();
+        EXPECT_GT(plant.count(rows), 0) << rows.toString();
     // Today's numbers are free, and what waits for approval has not arrived.
     EXPECT_EQ(plant.count(u"採購資料 where 採購日期 >= '20250115'"), 0);
     EXPECT_EQ(plant.count(u"採購資料 where 審單 = 'N' and 採購單號 in (select 採購單號 from 原料入庫明細)"),
@@ -120,7 +120,7 @@ TEST_F(Demo, MasterPricesAreTheLatestOfTheHistory) {
                          u"歷史單價記錄.單價 = [%1].進價 and 歷史單價記錄.幣別 = [%1].幣別 and 添加日期 = "
                          u"(select max(添加日期) from 歷史單價記錄 "
                          u"as 最近 where 最近.貨品代號 = [%1].[%2]))"_s.arg(table, key));
-        EXPECT_TRUE(strays.isEmpty()) << table.toStdString() << ": " << strays.join(u' ').toStdString();
+        EXPECT_TRUE(strays.isEmpty()) << table << ": " << strays.join(u' ');
     }
 }
 

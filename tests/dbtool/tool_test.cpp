@@ -39,8 +39,8 @@ TEST(Tool, WrongArgumentsAreExplained) {
                                   {{u"check"_s, u"Provider=Unheard;Data Source=x"_s}, u"Provider"_s}};
     for (const Case& row : cases) {
         const Outcome result = run(row.arguments);
-        EXPECT_EQ(result.code, Misused) << row.arguments.join(u' ').toStdString();
-        EXPECT_TRUE(result.err.contains(row.complaint)) << result.err.toStdString();
+        EXPECT_EQ(result.code, Misused) << row.arguments.join(u' ');
+        EXPECT_TRUE(result.err.contains(row.complaint)) << result.err;
         EXPECT_TRUE(result.err.contains(u"用法"_s));
         EXPECT_TRUE(result.out.isEmpty());
     }
@@ -80,7 +80,7 @@ TEST(Tool, MissingAndForeignFilesFail) {
                                          {u"demo"_s, folder.filePath(u"no/such/folder/plant.db"_s)}};
     for (const QStringList& arguments : cases) {
         const Outcome result = run(arguments);
-        EXPECT_EQ(result.code, Failed) << arguments.join(u' ').toStdString();
+        EXPECT_EQ(result.code, Failed) << arguments.join(u' ');
         EXPECT_FALSE(result.err.trimmed().isEmpty());
     }
     EXPECT_FALSE(QFile::exists(missing));
@@ -94,8 +94,7 @@ TEST(Tool, CheckPrintsEveryDifferenceAndCountsThem) {
                u"insert into 浪紙資料 (浪紙代號, 庫存) values ('K1', '-2')"});
     const Outcome result = run({u"check"_s, plant.file});
     EXPECT_EQ(result.code, Failed);
-    EXPECT_TRUE(result.out.contains(u"物料資料 IN1 庫存:資料庫為 5,依單據應為 0"_s))
-        << result.out.toStdString();
+    EXPECT_TRUE(result.out.contains(u"物料資料 IN1 庫存:資料庫為 5,依單據應為 0"_s)) << result.out;
     EXPECT_TRUE(result.out.contains(u"浪紙資料 K1 庫存:資料庫為 -2"_s));
     EXPECT_TRUE(result.out.contains(u"差異 2 項"_s));
 }

@@ -19,10 +19,10 @@ QString valueOf(Engine& engine, const QString& expression) {
     }
 }
 
-/// Expressions and their values.
-void expectValues(Engine& engine, std::initializer_list<std::pair<QString, QString>> cases) {
-    for (const auto& [expression, expected] : cases)
-        EXPECT_EQ(valueOf(engine, expression), expected) << expression.toStdString();
+/// Expressions and their values, as "expression|value".
+void expectValues(Engine& engine, std::initializer_list<const char16_t*> cases) {
+    for (const auto& [expression, expected] : casesOf<2>(cases))
+        EXPECT_EQ(valueOf(engine, expression), expected) << expression;
 }
 
 int sign(int value) {
@@ -44,10 +44,8 @@ TEST(DialectCollation, ComparesAsTheServerInTextsAndBytes) {
     for (const auto& [left, leftRank] : ranks) {
         for (const auto& [right, rightRank] : ranks) {
             const int expected = sign(leftRank - rightRank);
-            EXPECT_EQ(sign(compareTexts(left, right)), expected)
-                << left.toStdString() << " / " << right.toStdString();
-            EXPECT_EQ(sign(compareUtf8(left.toUtf8(), right.toUtf8())), expected)
-                << left.toStdString() << " / " << right.toStdString();
+            EXPECT_EQ(sign(compareTexts(left, right)), expected) << left << " / " << right;
+            EXPECT_EQ(sign(compareUtf8(left.toUtf8(), right.toUtf8())), expected) << left << " / " << right;
         }
     }
 }
@@ -56,18 +54,16 @@ TEST(DialectCollation, HoldsWhereverTextsMeet) {
     Engine engine;
     engine.run(u"create table t (k int primary key, v nvarchar(20), w nvarchar(20))"_s);
     engine.run(u"insert into t values (1,'a','x'),(2,'A ','X'),(3,'b','y'),(4,null,'Z')"_s);
-    expectValues(engine,
-                 {{u"count(*) from t where v+'' = 'A'"_s, u"2"_s},
-                  {u"count(*) from t where left(v,1) in (select upper(v) from t)"_s, u"3"_s},
-                  {u"count(*) from (select distinct v from t) d"_s, u"3"_s},
-                  {u"count(*) from (select left(v,1) x from t group by left(v,1)) d"_s, u"3"_s},
-                  {u"count(*) from (select v from t union select upper(v) from t) d"_s, u"3"_s},
-                  {u"max(v) from t"_s, u"b"_s},
-                  {u"count(*) from t a inner join t b on a.v=rtrim(b.v)"_s, u"5"_s},
-                  {u"case (select v from t where k=2) when 'a' then 'same' else 'other' end"_s, u"same"_s},
-                  {u"isnull(nullif((select v from t where k=2),'a'),'none')"_s, u"none"_s},
-                  {u"top 1 k from t order by lower(v) desc, k"_s, u"3"_s},
-                  {u"top 1 k from t where v like 'A%' order by rtrim(v)+w desc, k desc"_s, u"2"_s}});
+    expectValues(engine, {u"count(*) from t where v+'' = 'A'|2",
+                          u"count(*) from t where left(v,1) in (select upper(v) from t)|3",
+                          u"count(*) from (select distinct v from t) d|3",
+                          u"count(*) from (select left(v,1) x from t group by left(v,1)) d|3",
+                          u"count(*) from (select v from t union select upper(v) from t) d|3",
+                          u"max(v) from t|b", u"count(*) from t a inner join t b on a.v=rtrim(b.v)|5",
+                          u"case (select v from t where k=2) when 'a' then 'same' else 'other' end|same",
+                          u"isnull(nullif((select v from t where k=2),'a'),'none')|none",
+                          u"top 1 k from t order by lower(v) desc, k|3",
+                          u"top 1 k from t where v like 'A%' order by rtrim(v)+w desc, k desc|2"});
 }
 
 TEST(DialectCollation, OrdersAnyTextsAlike) {
@@ -87,8 +83,7 @@ TEST(DialectCollation, OrdersAnyTextsAlike) {
     engine.run(u"create index ix on t (v)"_s);
     for (int i = 0; i < 3000; ++i) {
         const QString a = randomText(4), b = randomText(4), c = randomText(4);
-        ASSERT_EQ(sign(compareTexts(a, b)), sign(compareUtf8(a.toUtf8(), b.toUtf8())))
-            << a.toStdString() << " / " << b.toStdString();
+        ASSERT_EQ(sign(compareTexts(a, b)), sign(compareUtf8(a.toUtf8(), b.toUtf8()))) << a << " / " << b;
         if (compareTexts(a, b) <= 0 && compareTexts(b, c) <= 0) {
             ASSERT_LE(compareTexts(a, c), 0);
         }
@@ -100,7 +95,7 @@ TEST(DialectCollation, OrdersAnyTextsAlike) {
         const QString counted = u"count(*) from t where v%1 like N'%2'"_s;
         ASSERT_EQ(valueOf(engine, counted.arg(QString(), pattern)),
                   valueOf(engine, counted.arg(u"+''"_s, pattern)))
-            << pattern.toStdString();
+            << pattern;
     }
 }
 
@@ -108,19 +103,12 @@ TEST(DialectTypes, ConvertWhereTypesMeet) {
     Engine engine;
     engine.run(u"create table t (s nvarchar(20), n nvarchar(20), i int, f float)"_s);
     engine.run(u"insert into t values ('12', null, '7', ' 2.5 ')"_s);
-    expectValues(engine, {{u"s+i from t"_s, u"19"_s},
-                          {u"i/2 from t"_s, u"3"_s},
-                          {u"i%0 from t"_s, u"error 8134"_s},
-                          {u"isnull(i,'x') from t"_s, u"7"_s},
-                          {u"isnull(n,f) from t"_s, u"2.5"_s},
-                          {u"coalesce(i,f)/2 from t"_s, u"3.5"_s},
-                          {u"count(*) from t where s=12.0"_s, u"1"_s},
-                          {u"count(*) from t where i='07'"_s, u"1"_s},
-                          {u"count(*) from t where i='x'"_s, u"error 245"_s},
-                          {u"count(*) from t where f in ('2.5',9)"_s, u"1"_s},
-                          {u"s from (select s from t union all select f from t) d where s>11"_s, u"12"_s},
-                          {u"'x'+cast(f as nvarchar) from t"_s, u"x2.5"_s},
-                          {u"(select s from t where i=8)"_s, u"null"_s}});
+    expectValues(engine, {u"s+i from t|19", u"i/2 from t|3", u"i%0 from t|error 8134",
+                          u"isnull(i,'x') from t|7", u"isnull(n,f) from t|2.5", u"coalesce(i,f)/2 from t|3.5",
+                          u"count(*) from t where s=12.0|1", u"count(*) from t where i='07'|1",
+                          u"count(*) from t where i='x'|error 245", u"count(*) from t where f in ('2.5',9)|1",
+                          u"s from (select s from t union all select f from t) d where s>11|12",
+                          u"'x'+cast(f as nvarchar) from t|x2.5", u"(select s from t where i=8)|null"});
     engine.run(u"update t set s=f, f='', i=3.9, n=1.50"_s);
     EXPECT_EQ(engine.run(u"select * from t"_s).rows.at(0),
               QVariantList({u"2.5"_s, u"1.50"_s, qlonglong(3), double(0)}));
@@ -128,14 +116,13 @@ TEST(DialectTypes, ConvertWhereTypesMeet) {
 
 TEST(DialectDates, FollowTheClockOfTheServer) {
     Engine engine;
-    expectValues(engine, {{u"dbo.DT(9)"_s, u"2024-03-05 13:04:05"_s},
-                          {u"datediff(dd,'20240301',getdate())"_s, u"4"_s},
-                          {u"datediff(dd,cast('2024/03/04 23:59' as datetime),dbo.DT(9))"_s, u"1"_s},
-                          {u"cast('1700-01-01' as datetime)"_s, u"error 242"_s},
-                          {u"dateadd(yy,9000,getdate())"_s, u"error 517"_s},
-                          {u"getdate()+1"_s, u"2024-03-06 13:04:05"_s},
-                          {u"convert(nvarchar,cast('2024-03-05 1:02:03.457PM' as datetime),121)"_s,
-                           u"2024-03-05 13:02:03.457"_s}});
+    expectValues(
+        engine,
+        {u"dbo.DT(9)|2024-03-05 13:04:05", u"datediff(dd,'20240301',getdate())|4",
+         u"datediff(dd,cast('2024/03/04 23:59' as datetime),dbo.DT(9))|1",
+         u"cast('1700-01-01' as datetime)|error 242", u"dateadd(yy,9000,getdate())|error 517",
+         u"getdate()+1|2024-03-06 13:04:05",
+         u"convert(nvarchar,cast('2024-03-05 1:02:03.457PM' as datetime),121)|2024-03-05 13:02:03.457"});
     engine.pool.setClock(engine.now.addDays(1));
     EXPECT_EQ(valueOf(engine, u"dbo.DT(9)"_s), u"2024-03-06 13:04:05");
     engine.pool.setClock({});
@@ -147,13 +134,12 @@ TEST(DialectResults, TellWhereRowsCanBeWritten) {
     Engine engine;
     engine.run(u"create table t (鍵 nvarchar(5) primary key, 值 float)"_s);
     engine.run(u"create view v as select 鍵, 值*2 倍, cast(值 as nvarchar) 文 from t"_s);
-    const std::pair<QString, QString> cases[] = {
-        {u"select * from t where 1<>1"_s, u"t 鍵:鍵:text 值:值:number"_s},
-        {u"select 值 as 數, 鍵 from t order by 1"_s, u"t 數:值:number 鍵:鍵:text"_s},
-        {u"select distinct 鍵, 值 from t"_s, u" 鍵::text 值::number"_s},
-        {u"select a.鍵, b.值 from t a, t b"_s, u" 鍵::text 值::number"_s},
-        {u"select 倍, 文 from v"_s, u" 倍::number 文::text"_s}};
-    for (const auto& [statement, expected] : cases) {
+    for (const auto& [statement, expected] :
+         casesOf<2>({u"select * from t where 1<>1|t 鍵:鍵:text 值:值:number",
+                     u"select 值 as 數, 鍵 from t order by 1|t 數:值:number 鍵:鍵:text",
+                     u"select distinct 鍵, 值 from t| 鍵::text 值::number",
+                     u"select a.鍵, b.值 from t a, t b| 鍵::text 值::number",
+                     u"select 倍, 文 from v| 倍::number 文::text"})) {
         const Translation translation = translate(lift(statement), *engine.catalog);
         QString described = translation.baseTable;
         for (const ResultColumn& column : translation.columns)
@@ -161,7 +147,7 @@ TEST(DialectResults, TellWhereRowsCanBeWritten) {
                                             column.type == Type::Text    ? u"text"_s
                                             : column.type == Type::Float ? u"number"_s
                                                                          : u"other"_s);
-        EXPECT_EQ(described, expected) << statement.toStdString();
+        EXPECT_EQ(described, expected) << statement;
     }
 }
 
@@ -170,5 +156,5 @@ TEST(DialectErrors, TravelWithNumberAndText) {
               std::make_pair(8114, u"Error converting data type nvarchar to float."_s));
     for (const QString& foreign :
          {u"no such table: a|b"_s, u""_s, u"|x"_s, u"UNIQUE constraint failed: t.a"_s})
-        EXPECT_EQ(functionError(foreign).first, 0) << foreign.toStdString();
+        EXPECT_EQ(functionError(foreign).first, 0) << foreign;
 }

@@ -40,7 +40,7 @@ QList<Case> readCases() {
         for (const QString& field : line.split(u'\t'))
             fields += unescaped(field);
         if (fields.size() < 5) {
-            ADD_FAILURE() << "short line: " << line.toStdString();
+            ADD_FAILURE() << "short line: " << line;
             continue;
         }
         Case one{fields[0], fields[1], fields[2], fields[3], {}};
@@ -142,9 +142,8 @@ TEST(DialectOracle, AgreesWithTheServer) {
         agreeing += outcome == expectation ? 1 : 0;
         // An exception that agrees after all no longer belongs on the list.
         EXPECT_NE(outcome == expectation, excepted)
-            << one.id.toStdString() << ": " << one.query.toStdString() << "\n  expected "
-            << expectation.toStdString() << "\n  got      " << outcome.toStdString() << "\n  "
-            << exceptions().value(one.id).toStdString();
+            << one.id << ": " << one.query << "\n  expected " << expectation << "\n  got      " << outcome
+            << "\n  " << exceptions().value(one.id);
     }
     EXPECT_GT(cases.size(), 250);
     std::cout << agreeing << " of " << cases.size() << " cases agree, " << exceptions().size()

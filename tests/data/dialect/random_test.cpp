@@ -135,7 +135,7 @@ TEST_F(DialectStatements, OwnStatementsTranslateAndRun) {
         try {
             engine.run(statement);
         } catch (const DatabaseError& error) {
-            ADD_FAILURE() << statement.toStdString() << "\n  " << error.nativeError << ' ' << error.what();
+            ADD_FAILURE() << statement << "\n  " << error.nativeError << ' ' << error.what();
         }
     }
 }
@@ -152,7 +152,7 @@ TEST_F(DialectStatements, AnyTextTranslatesOrIsRefused) {
         translations += translated ? 1 : 0;
         if (surprise.isEmpty()) continue;
         ++surprises;
-        ADD_FAILURE() << "input " << i << ": " << text.toStdString() << "\n  " << surprise.toStdString();
+        ADD_FAILURE() << "input " << i << ": " << text << "\n  " << surprise;
     }
     std::cout << count << " texts, " << translations << " of them translated\n";
     EXPECT_GT(translations, count / 20);
@@ -175,13 +175,13 @@ TEST_F(DialectStatements, NestingIsBoundedHereAndInTheEngine) {
             bool translated = false;
             EXPECT_EQ(surpriseOf(parts[0].repeated(depth) + parts[1] + parts[2].repeated(depth), &translated),
                       u"")
-                << nest.toStdString() << ", depth " << depth;
+                << nest << ", depth " << depth;
             if (translated) deepest = depth;
         }
-        EXPECT_GE(deepest, 3) << nest.toStdString();
+        EXPECT_GE(deepest, 3) << nest;
     }
     for (const QString& chain : {u"1 from 採購資料 where 1=1"_s + u" or 採購單號='1'"_s.repeated(5000),
                                  u"1"_s + u"+1"_s.repeated(5000), u"''"_s + u"+'a'"_s.repeated(390),
                                  u"1"_s + u" union all select 1"_s.repeated(1000)})
-        EXPECT_EQ(surpriseOf(chain), u"") << chain.left(60).toStdString();
+        EXPECT_EQ(surpriseOf(chain), u"") << chain.left(60);
 }

@@ -123,9 +123,8 @@ TEST(Schema, KeysRefuseASecondRow) {
           u"insert into 原料板位明細 (類別, 原料代號, 儲位, 入庫單號) values ('紙板', 'K', 'A', '1')",
           u"insert into 料務_扣庫存 (領料單號, 序) values ('1', 1)"}) {
         const auto insert = [&] { plant.run({statement}); };
-        EXPECT_EQ(errorOf(insert), 0) << QString::fromUtf16(statement).toStdString();
-        EXPECT_TRUE(fails(insert, DatabaseError::DuplicateKey))
-            << QString::fromUtf16(statement).toStdString();
+        EXPECT_EQ(errorOf(insert), 0) << QString::fromUtf16(statement);
+        EXPECT_TRUE(fails(insert, DatabaseError::DuplicateKey)) << QString::fromUtf16(statement);
     }
 }
 
