@@ -1,9 +1,7 @@
 #include "data/connection_string.h"
 #include "data/test_database.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(ConnectionString, FindsTheFileOfTheEmbeddedEngine) {
@@ -116,6 +114,3 @@ TEST(ConnectionString, SurvivesAnyInput) {
     }
     EXPECT_GT(understood, 100);
 }
-
-} // namespace
-} // namespace liaowu

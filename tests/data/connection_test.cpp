@@ -3,9 +3,7 @@
 #include <QScopeGuard>
 #include <unistd.h>
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 class ConnectionTest : public testing::Test {
@@ -243,7 +241,7 @@ TEST_F(ConnectionTest, ACommitThatFailsHasRolledBack) {
     connection.CommitTrans();
 }
 
-void saveDocument(ConnectionPool& pool, const QString& target) {
+static void saveDocument(ConnectionPool& pool, const QString& target) {
     Connection connection(pool, target);
     select(connection, sql(u"select [採購單號] from [採購資料] where [採購單號]='head'"));
     Transaction transaction(connection);
@@ -285,6 +283,3 @@ TEST_F(ConnectionTest, AFailureAtAnyCallLeavesNothingHalfWritten) {
     EXPECT_GE(struck, 10);
     std::cout << "[ struck   ] " << struck << " calls of a save\n";
 }
-
-} // namespace
-} // namespace liaowu

@@ -2,8 +2,7 @@
 #include "data/test_database.h"
 #include <sqlite3.h>
 
-namespace liaowu {
-namespace {
+using namespace liaowu;
 
 TEST(EngineError, GivesNumberAndTextThatAUserUnderstands) {
     struct Case {
@@ -40,6 +39,3 @@ TEST(EngineError, GivesNumberAndTextThatAUserUnderstands) {
         EXPECT_EQ(error.isDuplicateKey(), c.number == 2627);
     }
 }
-
-} // namespace
-} // namespace liaowu

@@ -1,11 +1,9 @@
 #include "data/odbc_statement.h"
 #include "data/test_database.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
-using dialect::Literal;
+using liaowu::dialect::Literal;
 
 TEST(OdbcStatement, KnowsWhereASelectCanBeWritten) {
     for (const auto& [statement, table, probe] :
@@ -54,6 +52,3 @@ TEST(OdbcStatement, WritesEveryKindOfValue) {
             .text(),
         u"UPDATE t SET [a]=N'O''N紙',[b]=NULL WHERE [k]=-7 AND [a] IS NULL AND [b]=1.0000000000000001e-01");
 }
-
-} // namespace
-} // namespace liaowu

@@ -5,9 +5,7 @@
 #include <QProcess>
 #include <QSqlError>
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 /// What a SQL Server would get, seen at the driver's door.
@@ -254,6 +252,3 @@ TEST_F(OdbcTest, PostgresCarriesTextsNumbersAndTransactions) {
     EXPECT_EQ(select(connection, sql(u"select * from 料")).RecordCount(), 1) << "the second was rolled back";
     EXPECT_NE(errorOf([&] { connection.Execute(sql(u"insert into 料 values ('{}', 1, null)", code)); }), 0);
 }
-
-} // namespace
-} // namespace liaowu

@@ -1,8 +1,6 @@
 #include "data/test_database.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 class RecordsetTest : public testing::Test {
@@ -153,6 +151,3 @@ TEST_F(RecordsetTest, KeepsValuesAsTypedButForNul) {
         EXPECT_EQ(back.textAt(1, 0), back.textAt(0, 0));
     }
 }
-
-} // namespace
-} // namespace liaowu

@@ -1,8 +1,6 @@
 #include "data/test_database.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 class RecordsetWriteTest : public testing::Test {
@@ -228,6 +226,3 @@ TEST_F(RecordsetWriteTest, RowsOfOneShapeShareOneStatement) {
     EXPECT_EQ(inserts.size(), 4);
     EXPECT_EQ(inserts.removeDuplicates(), 3);
 }
-
-} // namespace
-} // namespace liaowu

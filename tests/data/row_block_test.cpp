@@ -1,12 +1,10 @@
 #include "data/row_block.h"
 #include "data/test_database.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
-void appendText(RowBlock& rows, const QByteArray& utf8) {
+static void appendText(RowBlock& rows, const QByteArray& utf8) {
     rows.appendText(utf8.constData(), static_cast<int>(utf8.size()));
 }
 
@@ -65,6 +63,3 @@ TEST(RowBlock, IsCompact) {
     rows.finish();
     EXPECT_LT(rows.memory() / 50'000, 14 * (10 + 4) * 11 / 10);
 }
-
-} // namespace
-} // namespace liaowu

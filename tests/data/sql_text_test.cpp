@@ -2,9 +2,7 @@
 #include "data/test_database.h"
 #include <stdexcept>
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(SqlText, FillsPlaceholders) {
@@ -78,6 +76,3 @@ TEST(SqlText, AnyValueStaysInsideItsLiteral) {
         ASSERT_EQ(text.mid(at), u"'|") << text;
     }
 }
-
-} // namespace
-} // namespace liaowu

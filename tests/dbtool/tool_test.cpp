@@ -21,26 +21,17 @@ Outcome run(const QStringList& arguments) {
 TEST(Tool, WrongArgumentsAreExplained) {
     QTemporaryDir folder;
     const QString file = folder.filePath(u"plant.db"_s);
-    struct Case {
-        QStringList arguments;
-        QString complaint;
-    };
-    const std::vector<Case> cases{{{}, u"請指定命令"_s},
-                                  {{u"drop"_s, file}, u"不認得的命令「drop」"_s},
-                                  {{u"create"_s}, u"請指定資料庫"_s},
-                                  {{u"create"_s, QString()}, u"請指定資料庫"_s},
-                                  {{u"create"_s, file, u"more"_s}, u"多餘的參數「more」"_s},
-                                  {{u"check"_s, u"--fast"_s}, u"不認得的選項「--fast」"_s},
-                                  {{u"create"_s, file, u"--scale"_s, u"2"_s}, u"只有 demo"_s},
-                                  {{u"demo"_s, file, u"--scale"_s}, u"--scale 之後"_s},
-                                  {{u"demo"_s, file, u"--scale"_s, u"0"_s}, u"--scale 之後"_s},
-                                  {{u"demo"_s, file, u"--scale"_s, u"151"_s}, u"--scale 之後"_s},
-                                  {{u"demo"_s, file, u"--scale"_s, u"many"_s}, u"--scale 之後"_s},
-                                  {{u"check"_s, u"Provider=Unheard;Data Source=x"_s}, u"Provider"_s}};
-    for (const Case& row : cases) {
-        const Outcome result = run(row.arguments);
-        EXPECT_EQ(result.code, Misused) << row.arguments.join(u' ');
-        EXPECT_TRUE(result.err.contains(row.complaint)) << result.err;
+    for (const auto& [line, complaint] :
+         casesOf<2>({u"|請指定命令", u"drop %1|不認得的命令「drop」", u"create|請指定資料庫",
+                     u"create |請指定資料庫", u"create %1 more|多餘的參數「more」",
+                     u"check --fast|不認得的選項「--fast」", u"create %1 --scale 2|只有 demo",
+                     u"demo %1 --scale|--scale 之後", u"demo %1 --scale 0|--scale 之後",
+                     u"demo %1 --scale 151|--scale 之後", u"demo %1 --scale many|--scale 之後",
+                     u"check Provider=Unheard|「Provider」"})) {
+        const Outcome result =
+            run(line.isEmpty() ? QStringList() : QString(line).replace(u"%1"_s, file).split(u' '));
+        EXPECT_EQ(result.code, Misused) << line;
+        EXPECT_TRUE(result.err.contains(complaint)) << result.err;
         EXPECT_TRUE(result.err.contains(u"用法"_s));
         EXPECT_TRUE(result.out.isEmpty());
     }
@@ -72,13 +63,13 @@ TEST(Tool, MissingAndForeignFilesFail) {
     ASSERT_TRUE(letter.open(QIODevice::WriteOnly));
     letter.write(QByteArray(2000, 'x'));
     letter.close();
-    const std::vector<QStringList> cases{{u"check"_s, missing},
+    const QString nowhere = folder.filePath(u"no/such/folder/plant.db"_s);
+    for (const QStringList& arguments : {QStringList{u"check"_s, missing},
                                          {u"upgrade"_s, missing},
                                          {u"check"_s, text},
                                          {u"create"_s, text},
-                                         {u"create"_s, folder.filePath(u"no/such/folder/plant.db"_s)},
-                                         {u"demo"_s, folder.filePath(u"no/such/folder/plant.db"_s)}};
-    for (const QStringList& arguments : cases) {
+                                         {u"create"_s, nowhere},
+                                         {u"demo"_s, nowhere}}) {
         const Outcome result = run(arguments);
         EXPECT_EQ(result.code, Failed) << arguments.join(u' ');
         EXPECT_FALSE(result.err.trimmed().isEmpty());

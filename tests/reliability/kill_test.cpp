@@ -27,32 +27,21 @@ public:
     }
 
     void work() {
-        switch (random() % 6) {
-        case 0:
-        case 1:
-            newOrder();
-            break;
-        case 2:
-            changeOrder();
-            break;
-        case 3:
-            newReceipt();
-            break;
-        case 4:
-            changeReceipt();
-            break;
-        default:
-            random() % 2 ? removeReceipt() : removeOrder();
-        }
+        static constexpr void (Client::*deeds[])() = {
+            &Client::newOrder,      &Client::newOrder,      &Client::newOrder,      &Client::newOrder,
+            &Client::changeOrder,   &Client::changeOrder,   &Client::newReceipt,    &Client::newReceipt,
+            &Client::changeReceipt, &Client::changeReceipt, &Client::removeReceipt, &Client::removeOrder};
+        (this->*deeds[below(std::size(deeds))])();
     }
 
 private:
-    int below(int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); }
+    int below(std::size_t n) { return static_cast<int>(random() % n); }
 
     QString any(const SqlText& statement) {
         Connection connection(session.pool, session.connectionString);
         Recordset rows = select(connection, statement);
-        return rows.RecordCount() == 0 ? QString() : rows.textAt(below(rows.RecordCount()), 0);
+        const int count = rows.RecordCount();
+        return count == 0 ? QString() : rows.textAt(below(count), 0);
     }
     QString anyOrder() { return any(sql(u"select 採購單號 from 採購資料")); }
     QString anyReceipt() { return any(sql(u"select 入庫單號 from 原料入庫資料")); }
@@ -117,18 +106,9 @@ private:
 
     void newReceipt() {
         const QString order = anyOrder();
-        if (order.isEmpty()) return;
-        ReceiptSave receipt;
-        receipt.isNew = receipt.canSeePrice = true;
-        receipt.lines = openLines(order);
+        ReceiptSave receipt = ReceiptPlant::newReceipt(u"物料"_s, openLines(order));
         if (receipt.lines.empty()) return;
         receipt.header.入庫單號 = nextDocumentNumber(session, receiptNumbers());
-        receipt.header.類別 = u"物料"_s;
-        receipt.header.入庫日期 = u"20250303"_s;
-        receipt.header.廠商代號 = u"V1"_s;
-        receipt.header.單別 = u"采購入庫"_s;
-        receipt.header.倉別 = u"A區"_s;
-        receipt.header.審核 = u"N"_s;
         save(receipt);
     }
 
@@ -186,14 +166,10 @@ QStringList halfWritten(Connection& connection) {
             if (val(rows.text(1)) != val(rows.text(2))) faults << rows.text(0);
     };
     compare(sql(u"select h.採購單號,h.品質要求,count(l.序) as n from 採購資料 h left join 採購明細資料 l on "
-                u"l.採購單號=h.採購單號 group by "
-                u"h.採購單號,h.品質要求"));
+                u"l.採購單號=h.採購單號 group by h.採購單號,h.品質要求"));
     compare(sql(u"select h.入庫單號,h.備註,count(l.序) as n from 原料入庫資料 h left join 原料入庫明細 l on "
-                u"l.入庫單號=h.入庫單號 group by "
-                u"h.入庫單號,h.備註"));
-    for (const Difference& difference : checkPlant(connection).differences)
-        faults << difference.text();
-    return faults;
+                u"l.入庫單號=h.入庫單號 group by h.入庫單號,h.備註"));
+    return faults + faultsOf(connection);
 }
 
 } // namespace

@@ -53,8 +53,8 @@ public:
         return made;
     }
 
-    ReceiptSave newReceipt(const QString& category, ReceiptLines lines,
-                           const QString& bin = QStringLiteral("A區")) {
+    static ReceiptSave newReceipt(const QString& category, ReceiptLines lines,
+                                  const QString& bin = QStringLiteral("A區")) {
         ReceiptSave save;
         save.header.入庫單號 = QStringLiteral("2501150001");
         save.header.類別 = category;

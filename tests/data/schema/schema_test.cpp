@@ -203,38 +203,30 @@ TEST(SchemaViews, MovementsTellQuantityAndBaseAmount) {
     plant.run({u"insert into 匯率檔 values ('台幣', '1', 'Y'), ('美金', '33', 'N')",
                u"insert into 匯率修改記錄 (幣別, 匯率, 修改日期) values ('美金', '30', '20240101'), "
                u"('美金', '32', '20240301')"});
-    struct Case {
-        const char* name;
-        QString header; ///< number, family, kind, date, currency
-        QString line;   ///< quantity, spares, pieces, amount
-        QString expected;
-    };
-    const std::vector<Case> cases{
-        {"board counts pieces", u"'1', '紙板', '采購入庫', '20240201', '台幣'"_s, u"'3', '1', '12', '100'"_s,
-         u"12|12|100"_s},
-        {"materials count spares", u"'1', '物料', '采購入庫', '20240201', '台幣'"_s,
-         u"'3', '1', '0', '100'"_s, u"4|4|100"_s},
-        {"rate of the date before", u"'1', '物料', '采購入庫', '20240301', '美金'"_s, u"'3', '', '', '100'"_s,
-         u"3|3|3000"_s},
-        {"rate after its date", u"'1', '物料', '采購入庫', '20240302', '美金'"_s, u"'3', '', '', '100'"_s,
-         u"3|3|3200"_s},
-        {"currency without history is 1", u"'1', '物料', '采購入庫', '20240301', '日圓'"_s,
-         u"'3', '', '', '100'"_s, u"3|3|100"_s},
-        {"return of the return screen", u"'240201T0001', '紙板', '退貨', '20240201', '台幣'"_s,
-         u"'-3', '', '-3', '-9'"_s, u""_s},
-        {"return of the receipt screen", u"'2402010001', '物料', '退貨', '20240201', '台幣'"_s,
-         u"'-3', '', '', '-9'"_s, u"-3|-3|-9"_s},
-        {"paper posts nothing", u"'1', '紙品', '采購入庫', '20240201', '台幣'"_s, u"'3', '', '3', '9'"_s,
-         u""_s}};
     Connection connection(plant.pool, plant.target);
-    for (const Case& row : cases) {
+    // Number, family, kind, date, currency; quantity, spares, pieces, amount.
+    for (const auto& [name, header, line, expected] : casesOf<4>(
+             {u"board counts pieces|'1', '紙板', '采購入庫', '20240201', '台幣'|'3', '1', '12', "
+              u"'100'|12|12|100",
+              u"materials count spares|'1', '物料', '采購入庫', '20240201', '台幣'|'3', '1', '0', "
+              u"'100'|4|4|100",
+              u"rate of the date before|'1', '物料', '采購入庫', '20240301', '美金'|'3', '', '', "
+              u"'100'|3|3|3000",
+              u"rate after its date|'1', '物料', '采購入庫', '20240302', '美金'|'3', '', '', '100'|3|3|3200",
+              u"currency without history is 1|'1', '物料', '采購入庫', '20240301', '日圓'|'3', '', '', "
+              u"'100'|3|3|100",
+              u"return of the return screen|'240201T0001', '紙板', '退貨', '20240201', '台幣'|'-3', '', "
+              u"'-3', '-9'|",
+              u"return of the receipt screen|'2402010001', '物料', '退貨', '20240201', '台幣'|'-3', '', '', "
+              u"'-9'|-3|-3|-9",
+              u"paper posts nothing|'1', '紙品', '采購入庫', '20240201', '台幣'|'3', '', '3', '9'|"})) {
         connection.Execute(readyMadeSql(
             u"delete from 原料入庫資料 delete from 原料入庫明細 "
             "insert into 原料入庫資料 (入庫單號, 類別, 單別, 入庫日期, 幣別) values (%1) "
             "insert into 原料入庫明細 (入庫單號, 序, 數量, 備品, 入庫數量, 小計) values (%2, 1, %3)"_s.arg(
-                row.header, row.header.section(u',', 0, 0), row.line)));
-        EXPECT_EQ(plant.rows(u"select 數量, 算庫存單價數量, 小計 from 原料異動明細").join(u';'), row.expected)
-            << row.name;
+                header, header.section(u',', 0, 0), line)));
+        EXPECT_EQ(plant.rows(u"select 數量, 算庫存單價數量, 小計 from 原料異動明細").join(u';'), expected)
+            << name;
     }
 }
 
