@@ -41,10 +41,8 @@ TEST_F(ServerTextTest, TextGoesOutUntouched) {
 }
 
 TEST_F(ServerTextTest, TransactionsAreTheDrivers) {
-    {
-        Transaction transaction(connection);
-        transaction.commit();
-    }
+    connection.BeginTrans();
+    connection.CommitTrans();
     connection.BeginTrans();
     connection.Close();
     EXPECT_EQ(record->transactions, (QStringList{u"begin"_s, u"commit"_s, u"begin"_s, u"rollback"_s}));
@@ -144,6 +142,7 @@ protected:
     char name[5] = "test";
     char* argv[2] = {name, nullptr};
     QCoreApplication application{argc, argv};
+    QTemporaryDir folder;
     ConnectionPool pool;
     Connection connection{pool};
 };
@@ -156,38 +155,36 @@ protected:
             GTEST_SKIP() << "no ODBC driver named SQLite3 (package libsqliteodbc)";
         connection.Open(u"Driver=SQLite3;Database="_s + folder.filePath(u"x.db"_s));
     }
-
-    QTemporaryDir folder;
 };
 
 TEST_F(OdbcDriverTest, ReadsTypesAndTexts) {
     connection.Execute(
         readyMadeSql(u"create table 料 (甲 varchar(20) primary key, 乙 double, 丙 integer)"_s));
-    EXPECT_EQ(
-        connection.Execute(readyMadeSql(u"insert into 料 values ('紙''板', 0.1, 7), ('b', null, null)"_s)),
-        2);
-    Recordset rows = select(connection, readyMadeSql(u"select * from 料 order by 丙 desc"_s));
+    const SqlText insert = readyMadeSql(u"insert into 料 values ('紙''板', 0.1, 7), ('b', null, null)"_s);
+    EXPECT_EQ(connection.Execute(insert), 2);
+    const Recordset rows = select(connection, readyMadeSql(u"select * from 料 order by 丙 desc"_s));
     ASSERT_EQ(rows.RecordCount(), 2);
     EXPECT_EQ(rows.columnNames(), (QStringList{u"甲"_s, u"乙"_s, u"丙"_s}));
     EXPECT_EQ(rows.text(u"甲"), u"紙'板");
     EXPECT_EQ(rows.text(u"乙"), u"0.1");
     EXPECT_EQ(rows.number(u"丙"), 7);
-    EXPECT_TRUE(rows.isNumeric(1));
-    EXPECT_FALSE(rows.isNumeric(0));
-    EXPECT_TRUE(rows.isNullAt(1, 1));
-    EXPECT_FALSE(rows.isNullAt(1, 0));
+    EXPECT_TRUE(rows.isNumeric(1) && !rows.isNumeric(0));
+    EXPECT_TRUE(rows.isNullAt(1, 1) && !rows.isNullAt(1, 0));
 }
 
 TEST_F(OdbcDriverTest, TransactionsAndErrors) {
+    const auto insert = [this](QStringView value) {
+        connection.Execute(sql(u"insert into t values ('{}')", value));
+    };
     connection.Execute(readyMadeSql(u"create table t (a varchar(20) primary key)"_s));
     {
         Transaction transaction(connection);
-        connection.Execute(sql(u"insert into t values ('{}')", u"gone"));
+        insert(u"gone");
     }
     {
         Transaction transaction(connection);
-        connection.Execute(sql(u"insert into t values ('{}')", u"kept"));
-        EXPECT_NE(errorOf([&] { connection.Execute(sql(u"insert into t values ('kept')")); }), 0);
+        insert(u"kept");
+        EXPECT_NE(errorOf([&] { insert(u"kept"); }), 0);
         transaction.commit();
     }
     const Recordset rows = select(connection, sql(u"select a from t"));
@@ -209,7 +206,6 @@ TEST_F(OdbcDriverTest, RecordsetsWrite) {
         rows.set(u"n", i / 10.0);
     }
     rows.UpdateBatch();
-    rows.Close();
     rows.Open(sql(u"select * from [t] order by a"), connection, Cursor::Optimistic);
     ASSERT_EQ(rows.RecordCount(), 3);
     rows.MoveLast();

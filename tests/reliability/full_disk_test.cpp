@@ -124,10 +124,7 @@ protected:
     }
     /// Every row that a save may touch.
     QString all() {
-        QString rows = everything();
-        for (const char16_t* table : {u"採購資料", u"原料申購明細", u"歷史單價記錄"})
-            rows += rowsOf(u"select * from [%1]"_s.arg(QString::fromUtf16(table))).join(u'\n');
-        return rows;
+        return everything() + contents({u"採購資料", u"原料申購明細", u"歷史單價記錄"}).join(u'\n');
     }
 
     /// The engine's handle that the next connection gets, too: the pool hands out what came back last.
