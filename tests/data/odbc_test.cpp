@@ -206,6 +206,7 @@ TEST_F(OdbcDriverTest, RecordsetsWrite) {
         rows.set(u"n", i / 10.0);
     }
     rows.UpdateBatch();
+    rows.Close();
     rows.Open(sql(u"select * from [t] order by a"), connection, Cursor::Optimistic);
     ASSERT_EQ(rows.RecordCount(), 3);
     rows.MoveLast();
