@@ -118,23 +118,15 @@ TEST_F(RecordsetTest, FindsColumnsWithoutCase) {
 }
 
 TEST_F(RecordsetTest, FindComparesAsTheServerDoes) {
-    struct Case {
-        int from;
-        QString column, value;
-        int position;
-    };
-    const std::vector<Case> cases{{1, u"代號"_s, u"b2"_s, 2},    {1, u"代號"_s, u"C3  "_s, 3},
-                                  {1, u"名稱"_s, u"膠水 "_s, 3}, {2, u"代號"_s, u"B2"_s, 2},
-                                  {3, u"代號"_s, u"A1"_s, 0},    {1, u"代號"_s, u"A"_s, 0},
-                                  {1, u"名稱"_s, u""_s, 0},      {1, u"數量"_s, u"1250"_s, 3},
-                                  {0, u"代號"_s, u"A1"_s, 1},    {1, u"名稱"_s, u"膠水x"_s, 0}};
     for (const Cursor cursor : {Cursor::Static, Cursor::Optimistic}) {
         Recordset rows = all(cursor);
-        for (const Case& c : cases) {
-            rows.setAbsolutePosition(c.from);
-            EXPECT_EQ(rows.Find(c.column, c.value), c.position > 0);
-            EXPECT_EQ(rows.AbsolutePosition(), c.position) << c.value;
-            EXPECT_EQ(rows.EOF_(), c.position == 0);
+        for (const auto& [from, column, value, position] :
+             casesOf<4>({u"1|代號|b2|2", u"1|代號|C3  |3", u"1|名稱|膠水 |3", u"2|代號|B2|2", u"3|代號|A1|0",
+                         u"1|代號|A|0", u"1|名稱||0", u"1|數量|1250|3", u"0|代號|A1|1", u"1|名稱|膠水x|0"})) {
+            rows.setAbsolutePosition(from.toInt());
+            EXPECT_EQ(rows.Find(column, value), position != u"0");
+            EXPECT_EQ(rows.AbsolutePosition(), position.toInt()) << value;
+            EXPECT_EQ(rows.EOF_(), position == u"0");
         }
     }
 }

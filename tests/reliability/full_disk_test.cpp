@@ -17,17 +17,14 @@ class FailingDisk {
 public:
     explicit FailingDisk(int error) : code(error) {
         current = this;
-        sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
         // Which of them the engine uses was decided when it was built.
-        set(vfs, "write", reinterpret_cast<sqlite3_syscall_ptr>(&writeTo));
-        set(vfs, "pwrite", reinterpret_cast<sqlite3_syscall_ptr>(&writeAt));
-        set(vfs, "pwrite64", reinterpret_cast<sqlite3_syscall_ptr>(&writeAt));
+        set("write", reinterpret_cast<sqlite3_syscall_ptr>(&writeTo));
+        set("pwrite", reinterpret_cast<sqlite3_syscall_ptr>(&writeAt));
+        set("pwrite64", reinterpret_cast<sqlite3_syscall_ptr>(&writeAt));
     }
     ~FailingDisk() {
-        sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
         for (const char* name : {"write", "pwrite", "pwrite64"})
-            set(vfs, name, nullptr);
-        current = nullptr;
+            set(name, nullptr);
     }
     FailingDisk(const FailingDisk&) = delete;
     FailingDisk& operator=(const FailingDisk&) = delete;
@@ -40,7 +37,8 @@ public:
     bool struck() const { return first > 0 && writes >= first; }
 
 private:
-    static void set(sqlite3_vfs* vfs, const char* name, sqlite3_syscall_ptr call) {
+    static void set(const char* name, sqlite3_syscall_ptr call) {
+        sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
         vfs->xSetSystemCall(vfs, name, call);
     }
     bool fails() {
@@ -67,15 +65,14 @@ protected:
     using Save = std::function<void()>;
     struct Document {
         const char* name;
-        Save save; ///< may be tried until it goes through
-        QString number;
-        const char16_t* count; ///< counts the lines stored of it
+        Save save;     ///< may be tried until it goes through
+        QString lines; ///< where those stored of it are
         int before, after;
     };
 
     StorageTest() {
         session.userName = u"t"_s;
-        for (int i = 0; i < ReceiptLineCount; ++i) {
+        for (int i = 0; i < LineCount; ++i) {
             receiptLines.push_back(line(u"P1"_s, u"1"_s, u"IN1"_s, u"0.01"_s));
             receiptLines.back().原料名稱 = receiptLines.back().備註 = QString(30, u'墨');
         }
@@ -99,7 +96,7 @@ protected:
     static OrderSave newOrder(const QString& number) {
         OrderSave save = OrderPlant::newOrder(number, {});
         save.mayApprove = true;
-        for (int i = 0; i < OrderLineCount; ++i) {
+        for (int i = 0; i < LineCount; ++i) {
             save.lines.push_back(OrderPlant::line(u"IN%1"_s.arg(1 + i % 2), i + 1, 3));
             save.lines.back().原料名稱 = save.lines.back().備註 = QString(30, u'墨');
         }
@@ -107,20 +104,20 @@ protected:
     }
 
     std::vector<Document> documents() {
-        const char16_t* ofOrder = u"select count(*) from 採購明細資料 where 採購單號='%1'";
-        const char16_t* ofReceipt = u"select count(*) from 原料入庫明細 where 入庫單號='%1'";
-        return {{"a new order", [this] { saveOrder(session, order); }, order.header.採購單號, ofOrder, 0,
-                 OrderLineCount},
+        const QString ofOrder = u"採購明細資料 where 採購單號='%1'"_s,
+                      ofReceipt = u"原料入庫明細 where 入庫單號='%1'"_s;
+        return {{"a new order", [this] { saveOrder(session, order); }, ofOrder.arg(order.header.採購單號), 0,
+                 LineCount},
                 {"a changed order", [this] { saveOrder(session, changedOrder); },
-                 changedOrder.header.採購單號, ofOrder, OrderLineCount, 2 * OrderLineCount},
-                {"a new receipt", [this] { saveReceipt(session, receipt); }, receipt.header.入庫單號,
-                 ofReceipt, 0, ReceiptLineCount},
+                 ofOrder.arg(changedOrder.header.採購單號), LineCount, 2 * LineCount},
+                {"a new receipt", [this] { saveReceipt(session, receipt); },
+                 ofReceipt.arg(receipt.header.入庫單號), 0, LineCount},
                 {"a changed receipt", [this] { saveReceipt(session, changedReceipt); },
-                 changedReceipt.header.入庫單號, ofReceipt, 1, ReceiptLineCount}};
+                 ofReceipt.arg(changedReceipt.header.入庫單號), 1, LineCount}};
     }
 
     int linesOf(const Document& document) {
-        return rowsOf(QString::fromUtf16(document.count).arg(document.number)).value(0).toInt();
+        return rowsOf(u"select count(*) from "_s + document.lines).value(0).toInt();
     }
     /// Every row that a save may touch.
     QString all() {
@@ -147,7 +144,7 @@ protected:
         EXPECT_EQ(faults(), QStringList()) << document.name;
     }
 
-    static constexpr int OrderLineCount = 120, ReceiptLineCount = 120;
+    static constexpr int LineCount = 120;
     ReceiptLines receiptLines;
     OrderSave order, changedOrder;
     ReceiptSave receipt, changedReceipt;
@@ -183,13 +180,11 @@ TEST_F(StorageTest, ADiskThatFailsAtAnyWriteRefusesTheSaveAsAWhole) {
         FailingDisk disk(c.code);
         for (const Document& document : documents()) {
             for (const int write : {1, 2, 3, 8, 13, 21}) {
-                expectRefused(
-                    document,
-                    [&] {
-                        disk.failFrom(write);
-                        document.save();
-                    },
-                    c.number, c.says);
+                const auto save = [&] {
+                    disk.failFrom(write);
+                    document.save();
+                };
+                expectRefused(document, save, c.number, c.says);
                 EXPECT_TRUE(disk.struck()) << document.name << " took less than " << write << " writes";
                 disk.failFrom(0);
             }
