@@ -323,18 +323,6 @@ TEST_F(RecordsetTest, ABatchWritesAllOrNothing) {
     EXPECT_TRUE(natives.isEmpty()) << "nothing is written twice";
 }
 
-TEST_F(RecordsetTest, ABatchJoinsTheTransactionAtHand) {
-    {
-        Transaction transaction(connection);
-        Recordset rows = open(u"select * from [品項] where 1<>1", Cursor::Batch);
-        add(rows, u"n1"_s);
-        rows.UpdateBatch();
-        EXPECT_EQ(stored(u"代號", u"n1"), u"n1");
-    }
-    EXPECT_EQ(stored(u"代號", u"n1"), u"(none)");
-    EXPECT_EQ(sent(u"BEGIN").size(), 1);
-}
-
 TEST_F(RecordsetTest, RowsOfOneShapeShareOneStatement) {
     Recordset rows = all(Cursor::Batch);
     for (int i = 0; i < 4; ++i) {

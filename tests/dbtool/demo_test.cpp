@@ -5,10 +5,10 @@
 #include "warehouse/check_plant.h"
 #include <QCryptographicHash>
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
+
+namespace {
 
 /// A demo plant of a twentieth of the usual size.
 class DemoDatabase : public PlantDatabase {
@@ -39,6 +39,8 @@ QByteArray contentOf(PlantDatabase& plant) {
     }
     return hash.result();
 }
+
+} // namespace
 
 TEST_F(Demo, IsTheSameInEveryRun) {
     DemoDatabase second;
@@ -102,12 +104,12 @@ TEST_F(Demo, HoldsEveryKindOfDocument) {
 }
 
 TEST_F(Demo, MastersAreOfTheStatedSize) {
-    EXPECT_EQ(plant.count(u"廠商資料"), 40);
-    EXPECT_EQ(plant.count(u"浪紙資料"), 300);
-    EXPECT_EQ(plant.count(u"物料資料"), 600);
-    EXPECT_EQ(plant.count(u"紙品資料"), 200);
-    EXPECT_EQ(plant.count(u"凸版主料資料"), 40);
-    EXPECT_EQ(plant.count(u"(select distinct 廠商簡稱 from 廠商資料) as d"), 40);
+    const std::pair<QStringView, int> sizes[] = {
+        {u"廠商資料", 40},  {u"(select distinct 廠商簡稱 from 廠商資料) as d", 40},
+        {u"浪紙資料", 300}, {u"物料資料", 600},
+        {u"紙品資料", 200}, {u"凸版主料資料", 40}};
+    for (const auto& [rows, size] : sizes)
+        EXPECT_EQ(plant.count(rows), size);
 }
 
 // Every price of an order went into the history on its day, unless the master had it already.
@@ -149,6 +151,3 @@ TEST_F(Demo, LinesArePricedByTheFormulaOfTheirUnits) {
     EXPECT_EQ(demo::amountOf({.family = demo::Family::Plate}, 3, 12.345).formula,
               u"無計價公式以單價*數量計算 3*12.345");
 }
-
-} // namespace
-} // namespace liaowu

@@ -1,10 +1,10 @@
 #include "data/test_database.h"
 #include "dbtool/tool.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
+
+namespace {
 
 struct Outcome {
     ExitCode code;
@@ -17,6 +17,8 @@ Outcome run(const QStringList& arguments) {
     result.code = runTool(arguments, out, err);
     return result;
 }
+
+} // namespace
 
 TEST(Tool, WrongArgumentsAreExplained) {
     QTemporaryDir folder;
@@ -99,6 +101,3 @@ TEST(Tool, DemoNeverMixesWithAPlantInUse) {
     EXPECT_TRUE(result.err.contains(u"物料資料"_s));
     EXPECT_EQ(plant.value(u"select count(*) from 片語資料"), u"0");
 }
-
-} // namespace
-} // namespace liaowu

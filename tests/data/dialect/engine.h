@@ -117,11 +117,11 @@ inline QString Engine::surprise(const QString& text, bool* translated) {
         const QString fault = faultOf(translation);
         // Names of indexes are no concern of the catalog.
         const bool indexName = translation.kind == Translation::Kind::Schema && fault.contains(u"index"_s);
-        return fault.isEmpty() || indexName ? QString()
-                                            : fault + u": "_s + QString::fromUtf8(translation.native);
+        if (fault.isEmpty() || indexName) return {};
+        return fault + u": "_s + QString::fromUtf8(translation.native);
     } catch (const DatabaseError& error) {
-        return error.nativeError > 0 && !error.text.isEmpty() ? QString()
-                                                              : u"an error without number or text"_s;
+        if (error.nativeError > 0 && !error.text.isEmpty()) return {};
+        return u"an error without number or text"_s;
     }
 }
 

@@ -41,14 +41,8 @@ public:
     }
 
     QString next() {
-        switch (below(12)) {
-        case 0:
-            return soup();
-        case 1:
-            return spliced();
-        default:
-            return mutated();
-        }
+        const qsizetype kind = below(12);
+        return kind == 0 ? soup() : kind == 1 ? spliced() : mutated();
     }
 
 private:
@@ -98,28 +92,20 @@ private:
             QString& part = parts[at];
             const bool isValue = part.startsWith(u'\'') || part.startsWith(u"N'"_s) || part[0].isDigit();
             const bool isName = !isValue && (part[0].isLetter() || part[0] == u'[');
-            switch (below(8)) {
-            case 0:
+            const qsizetype change = below(8);
+            if (change == 0) {
                 part = of(noise);
-                break;
-            case 1:
+            } else if (change == 1) {
                 parts.removeAt(at);
                 if (parts.isEmpty()) return {};
-                break;
-            case 2:
-                if (isName) {
-                    // Another name or keyword of the same statement.
-                    const QString& other = parts[below(parts.size())];
-                    part = other[0].isLetter() ? other : part;
-                }
-                break;
-            default:
-                if (isValue || (isName && below(3) == 0)) {
-                    part = of(values);
-                } else if (operators.contains(part)) {
-                    part = of(operators);
-                }
-                break;
+            } else if (change == 2) {
+                // Another name or keyword of the same statement.
+                const QString& other = parts[isName ? below(parts.size()) : at];
+                if (isName && other[0].isLetter()) part = other;
+            } else if (isValue || (isName && below(3) == 0)) {
+                part = of(values);
+            } else if (operators.contains(part)) {
+                part = of(operators);
             }
         }
         return parts.join(QString());

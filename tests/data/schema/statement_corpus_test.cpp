@@ -2,10 +2,10 @@
 #include "dbtool/demo.h"
 #include <QHash>
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
+
+namespace {
 
 struct Statement {
     QString name, text;
@@ -47,6 +47,8 @@ std::pair<int, QString> tried(Connection& connection, const QString& statement) 
     }
 }
 
+} // namespace
+
 TEST(StatementCorpus, EveryStatementRunsOnTheSchema) {
     PlantDatabase plant;
     Connection connection(plant.pool, plant.target);
@@ -77,6 +79,3 @@ TEST(StatementCorpus, ReadingStatementsRunOnAPlantAtWork) {
         EXPECT_EQ(number, 0) << qPrintable(statement.name) << ": " << qPrintable(text);
     }
 }
-
-} // namespace
-} // namespace liaowu
