@@ -6,16 +6,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const FormulaTable& formulas() {
-    static const FormulaTable table{
-        {u""_s, u""_s, u"pcs"_s, u"㎡"_s, u"長*寬*單價*數量/10000"_s, u"1"_s, u"紙板"_s},
-        {u"CM"_s, u"cm"_s, u"pcs"_s, u"㎡"_s, u"長*寬*單價*數量/5000"_s, u"2"_s, u"紙板"_s},
-        {u""_s, u""_s, u"pcs"_s, u"kg"_s, u"長 * 寬 * 基重 * 單價 * 數量 / 10000000"_s, u"3"_s, u"紙板"_s},
-        {u""_s, u""_s, u"pcs"_s, u"令"_s, u"單價*數量/(長-寬)"_s, u"4"_s, u"紙板"_s},
-        {u""_s, u""_s, u"pcs"_s, u"桶"_s, u"長^2"_s, u"5"_s, u"紙板"_s},
-        {u""_s, u""_s, u"kg"_s, u"㎡"_s, u"數量"_s, u"6"_s, u"紙板"_s}};
-    return table;
-}
+const FormulaTable formulas{
+    {u""_s, u""_s, u"pcs"_s, u"㎡"_s, u"長*寬*單價*數量/10000"_s, u"1"_s, u"紙板"_s},
+    {u"CM"_s, u"cm"_s, u"pcs"_s, u"㎡"_s, u"長*寬*單價*數量/5000"_s, u"2"_s, u"紙板"_s},
+    {u""_s, u""_s, u"pcs"_s, u"kg"_s, u"長 * 寬 * 基重 * 單價 * 數量 / 10000000"_s, u"3"_s, u"紙板"_s},
+    {u""_s, u""_s, u"pcs"_s, u"令"_s, u"單價*數量/(長-寬)"_s, u"4"_s, u"紙板"_s},
+    {u""_s, u""_s, u"pcs"_s, u"桶"_s, u"長^2"_s, u"5"_s, u"紙板"_s},
+    {u""_s, u""_s, u"kg"_s, u"㎡"_s, u"數量"_s, u"6"_s, u"紙板"_s}};
 
 OrderLine sized(const QString& size, const QString& quantity, const QString& price, const QString& unit,
                 const QString& name = u"K200"_s) {
@@ -54,7 +51,7 @@ TEST(OrderPricing, ALineIsPricedByTheFormulaOfItsUnits) {
     CEval evaluator;
     for (const auto& [size, quantity, price, unit, name, stockUnit, category, amount, text] : cases) {
         OrderLine line = sized(size, quantity, price, unit, name);
-        recalculateLine(line, {formulas(), evaluator, category, stockUnit, true});
+        recalculateLine(line, {formulas, evaluator, category, stockUnit, true});
         EXPECT_EQ(QStringList({line.小計, line.原小計, line.計價公式, line.小紙數, line.規格}),
                   QStringList({amount, amount, text, numberText(2 * val(quantity)), size}));
     }
@@ -64,7 +61,7 @@ TEST(OrderPricing, WithoutTheRightTheHiddenPriceCounts) {
     OrderLine line = sized(u""_s, u"4"_s, u"2.5"_s, u"pcs"_s);
     line.單價 = MaskedMoney;
     CEval evaluator;
-    recalculateLine(line, {formulas(), evaluator, u"紙板"_s, u"pcs"_s, false});
+    recalculateLine(line, {formulas, evaluator, u"紙板"_s, u"pcs"_s, false});
     EXPECT_EQ(line.原小計, u"10"_s);
     EXPECT_EQ(line.小計, MaskedMoney);
     EXPECT_EQ(line.單價, MaskedMoney);
@@ -79,7 +76,7 @@ TEST(OrderPricing, AFormulaThatFailsChangesNothingButItsText) {
     line.小計 = line.原小計 = u"77"_s;
     line.小紙數 = u"5"_s;
     CEval evaluator;
-    EXPECT_THROW(recalculateLine(line, {formulas(), evaluator, u"紙板"_s, u"pcs"_s, true}), FormulaError);
+    EXPECT_THROW(recalculateLine(line, {formulas, evaluator, u"紙板"_s, u"pcs"_s, true}), FormulaError);
     EXPECT_EQ(QStringList({line.小計, line.原小計, line.小紙數, line.計價公式}),
               QStringList({u"77"_s, u"77"_s, u"5"_s, u"計價公式: 2*4/(90-90)"_s}));
 }
