@@ -60,22 +60,22 @@ QString refusalOf(Deed deed) {
     return {};
 }
 
-/// Fails every database call of a deed in turn, until it goes through: after each failure what `stored` gives must be as it was.
+/// Fails every database call of a deed in turn, until it goes through: after each failure everything in the plant must be as it was.
 /// Gives the number of calls.
-template <typename Stored, typename Deed>
-int failEveryCall(const char* name, ConnectionPool& pool, Stored stored, Deed deed) {
+template <typename Plant, typename Deed>
+int failEveryCall(const char* name, Plant& plant, Deed deed) {
     SCOPED_TRACE(name);
-    const auto before = stored();
+    const auto before = plant.everything();
     for (int call = 1; call < 1000; ++call) {
-        pool.failAt(call);
+        plant.pool.failAt(call);
         const int error = errorOf(deed);
-        pool.failAt(0);
+        plant.pool.failAt(0);
         if (error == 0) {
-            EXPECT_FALSE(stored() == before) << "nothing was done in the end";
+            EXPECT_FALSE(plant.everything() == before) << "nothing was done in the end";
             return call - 1;
         }
         EXPECT_EQ(error, DatabaseError::Injected) << "call " << call;
-        EXPECT_TRUE(stored() == before) << "something is left of what failed at call " << call;
+        EXPECT_TRUE(plant.everything() == before) << "something is left of what failed at call " << call;
     }
     ADD_FAILURE() << "never goes through";
     return 0;

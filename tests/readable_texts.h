@@ -24,15 +24,12 @@ std::vector<std::array<QString, Columns>> casesOf(std::initializer_list<const ch
     std::vector<std::array<QString, Columns>> cases;
     for (const char16_t* row : rows) {
         const QString text = QString::fromUtf16(row);
+        constexpr qsizetype last = Columns - 1;
+        if (text.count(u'|') < last) throw std::logic_error("a case lacks cells: " + text.toStdString());
         std::array<QString, Columns>& cells = cases.emplace_back();
-        qsizetype from = 0;
-        for (size_t column = 0; column + 1 < Columns; ++column) {
-            const qsizetype bar = text.indexOf(u'|', from);
-            if (bar < 0) throw std::logic_error("a case lacks cells: " + text.toStdString());
-            cells[column] = text.mid(from, bar - from);
-            from = bar + 1;
-        }
-        cells.back() = text.mid(from);
+        for (qsizetype column = 0; column < last; ++column)
+            cells[static_cast<size_t>(column)] = text.section(u'|', column, column);
+        cells.back() = text.section(u'|', last);
     }
     return cases;
 }

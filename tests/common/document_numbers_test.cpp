@@ -32,6 +32,8 @@ TEST(DocumentNumbers, EachSeriesCountsItsOwn) {
          u"領料單號|the next|2501150011|原料領料資料 (領料單號) values ('2501150009'),('2501150010')",
          u"入庫單號|returns do not count|2501150005|原料入庫資料 (入庫單號,單別) values "
          u"('2501150004','采購入庫'),('250115T0007','退貨')",
+         u"入庫單號|a return made among receipts counts|2501150002|原料入庫資料 (入庫單號,單別) values "
+         u"('2501150001','退貨'),('250115T0009','退貨')",
          u"退貨單號|receipts do not count|250115T0008|原料入庫資料 (入庫單號,單別) values "
          u"('2501150004','采購入庫'),('250115T0007','退貨'),('250114T0009','退貨')",
          u"入庫單號|the date may stand in the middle|A-2501150003|原料入庫資料 (入庫單號,單別) values "

@@ -14,20 +14,13 @@ TEST(TextValues, NumbersAreReadAsTheUserTypedThem) {
 }
 
 TEST(TextValues, NumbersAreWrittenShortest) {
-    const std::pair<double, const char*> cases[] = {{0, "0"},
-                                                    {-0.0, "0"},
-                                                    {0.5, "0.5"},
-                                                    {1234567.891, "1234567.891"},
-                                                    {1e15, "1000000000000000"},
-                                                    {0.1 + 0.2, "0.3"},
-                                                    {1e-7, "0.0000001"},
-                                                    {-12.50, "-12.5"},
-                                                    {1.0 / 3, "0.333333333333333"},
-                                                    {100, "100"},
-                                                    {1e20, "100000000000000000000"},
-                                                    {999999999999999.9, "1000000000000000"}};
-    for (const auto& [value, text] : cases)
-        EXPECT_EQ(numberText(value).toStdString(), text);
+    for (const auto& [value, text] :
+         casesOf<2>({u"0|0", u"-0|0", u"0.5|0.5", u"1234567.891|1234567.891", u"1e15|1000000000000000",
+                     // Sums of a computer.
+                     u"0.30000000000000004|0.3", u"1e-7|0.0000001", u"-12.50|-12.5",
+                     u"0.33333333333333333|0.333333333333333", u"100|100", u"1e20|100000000000000000000",
+                     u"999999999999999.9|1000000000000000"}))
+        EXPECT_EQ(numberText(value.toDouble()), text);
 }
 
 TEST(TextValues, MasksRoundHalfAwayFromZeroOnTheDecimalText) {
@@ -60,11 +53,12 @@ TEST(TextValues, DatesAreCalendarDates) {
     for (const auto& bad : {u"20240230"_s, u"2024023"_s, u"20230229"_s, u"2024/1/1"_s, u"        "_s,
                             u"abcdefgh"_s, u"20241301"_s, u"19000229"_s, u"２０２４０１０１"_s})
         EXPECT_EQ(validDate8(bad), Failed) << bad;
-    EXPECT_EQ(lastDayOfMonth(u"20240215"_s), u"20240229"_s);
-    EXPECT_EQ(lastDayOfMonth(u"20230215"_s), u"20230228"_s);
-    EXPECT_EQ(lastDayOfMonth(u"20231105"_s), u"20231130"_s);
-    EXPECT_EQ(firstOfNextMonth(u"20241215"_s), u"20250101"_s);
-    EXPECT_EQ(firstOfNextMonth(u"20240131"_s), u"20240201"_s);
+    for (const auto& [day, last, next] : casesOf<3>(
+             {u"20240215|20240229|20240301", u"20230215|20230228|20230301", u"20231105|20231130|20231201",
+              u"20241215|20241231|20250101", u"20240131|20240131|20240201"})) {
+        EXPECT_EQ(lastDayOfMonth(day), last);
+        EXPECT_EQ(firstOfNextMonth(day), next);
+    }
 }
 
 TEST(TextValues, SizesAreSplitIntoRuns) {

@@ -7,26 +7,14 @@ using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(Evaluator, Values) {
-    for (const auto& [text, value] : casesOf<2>({u"|0",
-                                                 u"   |0",
-                                                 u"-2^2|4",
-                                                 u"2^-1|0.5",
-                                                 u"2*-3|-6",
-                                                 u"-(1+2)|-3",
-                                                 u"+5|5",
-                                                 u"1.|1",
-                                                 u".5|0.5",
-                                                 u"2^3^2|64",
-                                                 u"1--2|3",
-                                                 u"1+2*3|7",
-                                                 u"(1+2)*3|9",
-                                                 u"8/4/2|1",
-                                                 u"7-3-2|2",
-                                                 u"1.5+2.5|4",
-                                                 u" 1 + 2 |3",
-                                                 u"-(-(2))|2",
-                                                 u"120*90*100*3.25/10000|351",
-                                                 u"2*(3+4)^2|98"}))
+    const auto cases =
+        casesOf<2>({u"|0", u"   |0", u"+5|5", u"1.|1", u".5|0.5", u" 1 + 2 |3", u"1.5+2.5|4",
+                    u"120*90*100*3.25/10000|351",
+                    // A sign belongs to its number.
+                    u"-2^2|4", u"2^-1|0.5", u"2*-3|-6", u"-(1+2)|-3", u"1--2|3", u"-(-(2))|2",
+                    // What goes first.
+                    u"2^3^2|64", u"1+2*3|7", u"(1+2)*3|9", u"8/4/2|1", u"7-3-2|2", u"2*(3+4)^2|98"});
+    for (const auto& [text, value] : cases)
         EXPECT_DOUBLE_EQ(CEval().Evaluate(text), value.toDouble()) << text;
 }
 

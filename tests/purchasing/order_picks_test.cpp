@@ -153,8 +153,9 @@ TEST(OrderPicks, OpenOrderLinesOfAVendor) {
     plant.session.pickVendor = u"V1"_s;
     EXPECT_EQ(plant.offered(openOrderLinePick(), {u"N2"_s}).section(u", "_s, 0, 0),
               u"N2/B1/K200/90*60/90/pcs/3/300/50/pcs/台幣//V1/甲商/Q1/1/45*30/2"_s);
-    // Whoever sees the orders of one salesperson receives for no other.
-    plant.run({u"update 採購資料 set 業務員代號=case when 採購單號='N5' then 'S2' else 'S1' end"});
+    // Whoever sees the orders of one salesperson receives for no other; an order without a vendor is anybody's.
+    plant.run({u"update 採購資料 set 業務員代號='S1'",
+               u"update 採購資料 set 業務員代號='S2',廠商代號=null where 採購單號='N5'"});
     plant.session.salesScope = u" And (業務員代號='S2' ) "_s;
     plant.session.formulaMode = u"物料"_s;
     EXPECT_EQ(plant.offered(openOrderLinePick(), {}, {u"採購單號"_s}), u"N5"_s);

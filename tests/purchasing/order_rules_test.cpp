@@ -15,13 +15,13 @@ QStringList partsOf(const QString& cell, QChar between) {
 
 TEST(OrderRules, TheFirstFaultOfTheFirstLineSpeaks) {
     // Lines of code, name, unit, sheet count and quantity; row and column of what is said.
-    const auto cases = casesOf<4>(
-        {u"|||", u"M1,M1,kg,1,10;M1,M1,kg,1,10|||", u" ,M1,kg,1,10|||", u"M1,,kg,1,10|||",
-         u"M1,M1,kg,1,-3|||", u"M1,M1,kg,1,10; , ,,1,10|2|代號|第2行明細「原料代號及名稱」不能為空!",
-         u"M1,M1, ,0,10|1|單位|第1行明細「單位」不能為空!",
-         u"M1,M1,kg,,0|1|走紙才|第1行明細「走紙才」不能為零!",
-         u"M1,M1,kg,1,10;M1,M1,kg,1,0.0;M1,M1,,1,10|2|大紙數|第2行明細「採購數量」不能為空!"});
-    for (const auto& [typed, row, column, text] : cases) {
+    const auto cases = casesOf<2>(
+        {u"|", u"M1,M1,kg,1,10;M1,M1,kg,1,10|", u" ,M1,kg,1,10|", u"M1,,kg,1,10|", u"M1,M1,kg,1,-3|",
+         u"M1,M1,kg,1,10; , ,,1,10|2 代號 錯誤: 第2行明細「原料代號及名稱」不能為空!",
+         u"M1,M1, ,0,10|1 單位 錯誤: 第1行明細「單位」不能為空!",
+         u"M1,M1,kg,,0|1 走紙才 錯誤: 第1行明細「走紙才」不能為零!",
+         u"M1,M1,kg,1,10;M1,M1,kg,1,0.0;M1,M1,,1,10|2 大紙數 錯誤: 第2行明細「採購數量」不能為空!"});
+    for (const auto& [typed, said] : cases) {
         OrderLines lines;
         for (const QString& texts : partsOf(typed, u';')) {
             const QStringList cells = texts.split(u',');
@@ -33,11 +33,11 @@ TEST(OrderRules, TheFirstFaultOfTheFirstLineSpeaks) {
             line.數量 = cells[4];
         }
         const auto finding = checkOrderLines(lines);
-        ASSERT_EQ(finding.has_value(), !row.isEmpty()) << typed;
-        if (!finding) continue;
-        EXPECT_EQ(finding->title + u": "_s + finding->text, u"錯誤: "_s + text);
-        EXPECT_EQ(finding->column, column);
-        EXPECT_EQ(finding->row, row.toInt());
+        EXPECT_EQ(
+            finding ? u"%1 %2 %3: %4"_s.arg(finding->row).arg(finding->column, finding->title, finding->text)
+                    : QString(),
+            said)
+            << typed;
     }
 }
 

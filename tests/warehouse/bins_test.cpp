@@ -1,10 +1,10 @@
 #include "warehouse/bins.h"
 #include "warehouse/receipt_plant.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
+
+namespace {
 
 /// An issue whose line is stored and posted, bins included.
 void issue(ReceiptPlant& plant, const QString& number, const QString& bin, double quantity) {
@@ -35,6 +35,8 @@ void receive(ReceiptPlant& plant, const QString& number, const QString& quantity
     save.header.入庫單號 = number;
     saveReceipt(plant.session, save);
 }
+
+} // namespace
 
 TEST(Bins, AReceiptFillsItsBinSparesIncluded) {
     ReceiptPlant plant;
@@ -113,6 +115,3 @@ TEST(Bins, APlainDatabaseOfTheSuiteKeepsItsOwn) {
     EXPECT_EQ(plant.bins(), QStringList());
     EXPECT_EQ(plant.stock(u"物料"_s, u"IN1"_s), u"8|20250115"_s);
 }
-
-} // namespace
-} // namespace liaowu

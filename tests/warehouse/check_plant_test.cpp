@@ -1,9 +1,9 @@
 #include "warehouse/receipt_plant.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
+
+namespace {
 
 /// One requisition line ordered, received with spares into a bin, partly issued and partly sent back.
 class WorkingPlant : public PlantDatabase {
@@ -49,71 +49,46 @@ public:
     }
 };
 
+} // namespace
+
 TEST(CheckPlant, FindsEachKindOfDrift) {
-    struct Case {
-        const char* name;
-        const char16_t* drift;
-        QStringList found; ///< parts of the lines, in their order
-    };
-    const std::vector<Case> cases{
-        {"received",
-         u"update 採購明細資料 set 已入庫數 = '9', 未交數 = '10' where 採購單號 = 'P2' and 序 = 1",
-         {u"採購明細資料 P2/1 已入庫數:資料庫為 9,依單據應為 10"_s}},
-        {"received without a receipt",
-         u"update 採購明細資料 set 已入庫數 = '5' where 採購單號 = 'P2' and 序 = 3",
-         {u"P2/3 已入庫數"_s}},
-        {"open",
-         u"update 採購明細資料 set 未交數 = '7' where 採購單號 = 'P2' and 序 = 1",
-         {u"P2/1 未交數:資料庫為 7"_s}},
-        {"open with nothing to come",
-         u"update 採購明細資料 set 送清 = 'N' where 採購單號 = 'P1'",
-         {u"P1/1 送清:資料庫為 N"_s}},
-        {"ordered of a requisition",
-         u"update 原料申購明細 set 已采購數 = '0'",
-         {u"原料申購明細 R1/IN1 已采購數"_s}},
-        {"stock of materials",
-         u"update 物料資料 set 庫存 = '55'",
-         {u"物料資料 IN1 庫存:資料庫為 55,依單據應為 56"_s}},
-        {"stock of board",
-         u"update 浪紙資料 set 庫存 = '124'",
-         {u"浪紙資料 KMK 庫存:資料庫為 124,依單據應為 130"_s}},
-        {"a return that moved stock",
-         u"update 原料入庫資料 set 入庫單號 = '2501129001' where 入庫單號 = '250112T0001'",
-         {u"採購明細資料 P2/1 已入庫數"_s, u"採購明細資料 P2/1 未交數"_s,
-          u"原料入庫明細 250112T0001:明細沒有單據表頭"_s}},
-        {"batch approval without its deduction",
-         u"update 原料領料資料 set 審單 = 'Y' where 領料單號 = 'I3'",
-         {u"KMK 庫存:資料庫為 130,依單據應為 80"_s}},
-        {"quantity in a bin",
-         u"update 原料板位明細 set 入庫數 = '61'",
-         {u"原料板位明細 物料/IN1/A區/2501100001 入庫數:資料庫為 61,依單據應為 57"_s}},
-        {"quantity taken from a bin",
-         u"update 原料板位明細 set 領料數 = '0'",
-         {u"領料數:資料庫為 0,依單據應為 4"_s}},
-        {"bin row gone", u"delete from 原料板位明細", {u"入庫數:資料庫為 (無此筆),依單據應為 57"_s}},
-        {"bin row of no receipt",
-         u"insert into 原料板位明細 values ('物料', 'IN1', 'B區', '2501100001', '5', '0', '')",
-         {u"物料/IN1/B區/2501100001:沒有對應的入庫明細"_s}},
-        {"more taken than issued",
-         u"update 料務_板位異動 set 數量 = 6",
-         {u"料務_板位異動 I1/1 數量:資料庫為 6,依單據應為 至多 5"_s, u"入庫數:資料庫為 57,依單據應為 55"_s,
-          u"領料數:資料庫為 4,依單據應為 6"_s}},
-        {"taken for no issue",
-         u"insert into 料務_板位異動 values ('I9', 1, '2501100001', 'A區', 1)",
-         {u"料務_板位異動 I9/1:沒有這筆領料明細"_s}},
-        {"deducted for no issue",
-         u"insert into 料務_扣庫存 values ('I9', 1)",
-         {u"料務_扣庫存 I9/1:沒有這筆領料明細"_s}},
-        {"lines of no order",
-         u"delete from 採購資料 where 採購單號 = 'P2'",
-         {u"採購明細資料 P2:明細沒有單據表頭"_s}},
-        {"lines of no requisition", u"delete from 原料申購資料", {u"原料申購明細 R1:明細沒有單據表頭"_s}}};
+    // A drift, and parts of the lines that tell it, in their order.
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
+        {u"update 採購明細資料 set 已入庫數 = '9', 未交數 = '10' where 採購單號 = 'P2' and 序 = 1",
+         u"採購明細資料 P2/1 已入庫數:資料庫為 9,依單據應為 10"},
+        {u"update 採購明細資料 set 已入庫數 = '5' where 採購單號 = 'P2' and 序 = 3", u"P2/3 已入庫數"},
+        {u"update 採購明細資料 set 未交數 = '7' where 採購單號 = 'P2' and 序 = 1", u"P2/1 未交數:資料庫為 7"},
+        {u"update 採購明細資料 set 送清 = 'N' where 採購單號 = 'P1'", u"P1/1 送清:資料庫為 N"},
+        {u"update 原料申購明細 set 已采購數 = '0'", u"原料申購明細 R1/IN1 已采購數"},
+        {u"update 物料資料 set 庫存 = '55'", u"物料資料 IN1 庫存:資料庫為 55,依單據應為 56"},
+        {u"update 浪紙資料 set 庫存 = '124'", u"浪紙資料 KMK 庫存:資料庫為 124,依單據應為 130"},
+        // A return that moved stock.
+        {u"update 原料入庫資料 set 入庫單號 = '2501129001' where 入庫單號 = '250112T0001'",
+         u"採購明細資料 P2/1 已入庫數;採購明細資料 P2/1 未交數;原料入庫明細 250112T0001:明細沒有單據表頭"},
+        // A batch approval without its deduction.
+        {u"update 原料領料資料 set 審單 = 'Y' where 領料單號 = 'I3'", u"KMK 庫存:資料庫為 130,依單據應為 80"},
+        {u"update 原料板位明細 set 入庫數 = '61'",
+         u"原料板位明細 物料/IN1/A區/2501100001 入庫數:資料庫為 61,依單據應為 57"},
+        {u"update 原料板位明細 set 領料數 = '0'", u"領料數:資料庫為 0,依單據應為 4"},
+        {u"delete from 原料板位明細", u"入庫數:資料庫為 (無此筆),依單據應為 57"},
+        {u"insert into 原料板位明細 values ('物料', 'IN1', 'B區', '2501100001', '5', '0', '')",
+         u"物料/IN1/B區/2501100001:沒有對應的入庫明細"},
+        {u"update 料務_板位異動 set 數量 = 6",
+         u"料務_板位異動 I1/1 數量:資料庫為 6,依單據應為 至多 5;入庫數:資料庫為 57,依單據應為 "
+         u"55;領料數:資料庫為 4,依單據應為 6"},
+        {u"insert into 料務_板位異動 values ('I9', 1, '2501100001', 'A區', 1)",
+         u"料務_板位異動 I9/1:沒有這筆領料明細"},
+        {u"insert into 料務_扣庫存 values ('I9', 1)", u"料務_扣庫存 I9/1:沒有這筆領料明細"},
+        {u"delete from 採購資料 where 採購單號 = 'P2'", u"採購明細資料 P2:明細沒有單據表頭"},
+        {u"delete from 原料申購資料", u"原料申購明細 R1:明細沒有單據表頭"}};
     WorkingPlant plant;
-    for (const Case& row : cases) {
-        const QStringList found = plant.differencesAfter({row.drift});
-        ASSERT_EQ(found.size(), row.found.size()) << row.name << ": " << found.join(u'\n');
+    for (const auto& [drift, told] : cases) {
+        SCOPED_TRACE(QString::fromUtf16(drift).toStdString());
+        const QStringList found = plant.differencesAfter({drift});
+        const QStringList expected = QString::fromUtf16(told).split(u';');
+        ASSERT_EQ(found.size(), expected.size()) << found.join(u'\n');
         for (qsizetype i = 0; i < found.size(); ++i)
-            EXPECT_TRUE(found[i].contains(row.found[i])) << row.name << ": " << found[i];
+            EXPECT_TRUE(found[i].contains(expected[i])) << found[i];
     }
 }
 
@@ -149,6 +124,3 @@ TEST(CheckPlant, APlainDatabaseOfTheSuiteCountsEveryIssue) {
     EXPECT_EQ(result.differences.size(), 0u);
     EXPECT_EQ(result.notes.size(), 1);
 }
-
-} // namespace
-} // namespace liaowu

@@ -23,19 +23,15 @@ public:
              u"insert into 物料資料 (物料代號, 物料名稱, 庫存, 單位) values ('IN1', '墨', '0', 'KG'), "
              u"('IN2', '膠', '0', 'KG')",
              u"insert into 紙品資料 (紙品代號, 紙品名稱, 庫存, 單位) values ('W1', 'W80', '5', '張')",
-             u"insert into 凸版主料資料 (主料代號, 主料名稱, 庫存, 單位) values ('PL1', '版', '6', '塊')"});
-        Connection connection(pool, target);
-        for (const auto& [number, category, item] :
-             casesOf<3>({u"P1|物料|IN1", u"P2|紙板|KMK", u"P3|紙品|W1", u"P4|凸版|PL1"})) {
-            connection.Execute(sql(u"insert into 採購資料 (採購單號, 類別, 審單, 廠商代號, 幣別) values "
-                                   u"('{}', '{}', 'Y', 'V1', '台幣')",
-                                   number, category));
-            for (const int line : {1, 2})
-                connection.Execute(sql(u"insert into 採購明細資料 (採購單號, 序, 原料代號, 數量, 已入庫數, "
-                                       u"未交數, 送清, 寬剖, 單價) values "
-                                       u"('{}', {}, '{}', '{}', '0', '{}', 'N', '4', '2')",
-                                       number, line, item, line * 10, line * 10));
-        }
+             u"insert into 凸版主料資料 (主料代號, 主料名稱, 庫存, 單位) values ('PL1', '版', '6', '塊')",
+             uR"(insert into 採購資料 (採購單號, 類別, 審單, 廠商代號, 幣別) values
+                 ('P1', '物料', 'Y', 'V1', '台幣'), ('P2', '紙板', 'Y', 'V1', '台幣'),
+                 ('P3', '紙品', 'Y', 'V1', '台幣'), ('P4', '凸版', 'Y', 'V1', '台幣'))",
+             uR"(insert into 採購明細資料 (採購單號, 序, 原料代號, 數量, 已入庫數, 未交數, 送清, 寬剖, 單價) values
+                 ('P1', 1, 'IN1', '10', '0', '10', 'N', '4', '2'), ('P1', 2, 'IN1', '20', '0', '20', 'N', '4', '2'),
+                 ('P2', 1, 'KMK', '10', '0', '10', 'N', '4', '2'), ('P2', 2, 'KMK', '20', '0', '20', 'N', '4', '2'),
+                 ('P3', 1, 'W1', '10', '0', '10', 'N', '4', '2'), ('P3', 2, 'W1', '20', '0', '20', 'N', '4', '2'),
+                 ('P4', 1, 'PL1', '10', '0', '10', 'N', '4', '2'), ('P4', 2, 'PL1', '20', '0', '20', 'N', '4', '2'))"});
     }
 
     static ReceiptLine line(const QString& order, const QString& orderLine, const QString& code,

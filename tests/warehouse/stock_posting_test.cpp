@@ -2,9 +2,7 @@
 #include "warehouse/receipt_plant.h"
 #include "warehouse/stock_posting.h"
 
-namespace liaowu {
-namespace {
-
+using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 TEST(StockPosting, MovesWhatEachKindOfDocumentMoves) {
@@ -47,32 +45,22 @@ TEST(StockPosting, IssuesTakeFromBoardAndMaterialsOnly) {
 TEST(StockPosting, OrderLinesCloseAndOpenWithTheQuantity) {
     ReceiptPlant plant;
     Connection connection(plant.pool, plant.target);
-    const auto post = [&](const QString& quantity) {
-        postOrderLine(connection, ReceiptPlant::line(u"P1"_s, u"1"_s, u"IN1"_s, quantity), 4);
-    };
-    post(u"9.9"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"9.9|0.1|N"_s);
-    // 0.1 in binary must not leave a rest behind.
-    post(u"0.1"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"10|0|Y"_s);
-    EXPECT_EQ(refusalOf([&] { post(u"0.0001"_s); }), u"提示: 第4筆輸入的入庫數已大於採購數量,請重新輸入!"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"10|0|Y"_s);
-    post(u"-4"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"6|4|N"_s);
-    const auto undo = [&](const QString& quantity) {
-        reverseOrderLine(connection, ReceiptPlant::line(u"P1"_s, u"1"_s, u"IN1"_s, quantity));
-    };
-    undo(u"-4"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"10|0|Y"_s) << "all is here again";
-    undo(u"7"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"3|7|N"_s);
-    // Nobody opens a line closed by hand with nothing.
-    plant.run({u"update 採購明細資料 set 送清='Y' where 採購單號='P1' and 序=1"});
-    post(u"0"_s);
-    undo(u"0"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"3|7|Y"_s);
-    undo(u"3"_s);
-    EXPECT_EQ(plant.orderLine(u"P1"_s, 1), u"0|10|N"_s) << "nothing has come";
+    const auto cases =
+        casesOf<4>({u"post|9.9||9.9|0.1|N", u"post|0.1|0.1 in binary leaves no rest|10|0|Y",
+                    u"too much|0.0001||10|0|Y", u"post|-4||6|4|N", u"undo|-4|all is here again|10|0|Y",
+                    u"undo|7||3|7|N", u"close|||3|7|Y", u"post|0|nothing opens no line closed by hand|3|7|Y",
+                    u"undo|0|nothing opens no line closed by hand|3|7|Y", u"undo|3|nothing has come|0|10|N"});
+    for (const auto& [deed, quantity, what, stored] : cases) {
+        const ReceiptLine line = ReceiptPlant::line(u"P1"_s, u"1"_s, u"IN1"_s, quantity);
+        const auto post = [&] { postOrderLine(connection, line, 4); };
+        if (deed == u"post") post();
+        if (deed == u"too much") {
+            EXPECT_EQ(refusalOf(post), u"提示: 第4筆輸入的入庫數已大於採購數量,請重新輸入!"_s);
+        }
+        if (deed == u"undo") reverseOrderLine(connection, line);
+        if (deed == u"close") plant.run({u"update 採購明細資料 set 送清='Y' where 採購單號='P1' and 序=1"});
+        EXPECT_EQ(plant.orderLine(u"P1"_s, 1), stored) << deed << ' ' << quantity << ' ' << what;
+    }
 }
 
 TEST(StockPosting, PassesOverWhatIsNotThere) {
@@ -127,6 +115,3 @@ TEST(MonthGuard, ACountClosesItsMonthAndAllBefore) {
         EXPECT_FALSE(isMonthClosed(plant.session, u"20240101"_s, category));
     EXPECT_EQ(plant.messages.told, QStringList({u"錯誤: 無效的參數"_s, u"錯誤: 無效的參數"_s}));
 }
-
-} // namespace
-} // namespace liaowu
