@@ -69,12 +69,15 @@ int failEveryCall(const char* name, Plant& plant, Deed deed) {
     for (int call = 1; call < 1000; ++call) {
         plant.pool.failAt(call);
         const int error = errorOf(deed);
+        const int calls = plant.pool.callCount();
         plant.pool.failAt(0);
         if (error == 0) {
             EXPECT_FALSE(plant.everything() == before) << "nothing was done in the end";
             return call - 1;
         }
         EXPECT_EQ(error, DatabaseError::Injected) << "call " << call;
+        EXPECT_EQ(calls, call) << "the failure ended the deed";
+        EXPECT_EQ(calls, call) << "the failure ended the deed";
         EXPECT_TRUE(plant.everything() == before) << "something is left of what failed at call " << call;
     }
     ADD_FAILURE() << "never goes through";

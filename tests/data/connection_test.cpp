@@ -1,4 +1,4 @@
-#include "data/test_database.h"
+#include "plant_session.h"
 #include <QElapsedTimer>
 #include <QScopeGuard>
 #include <unistd.h>
@@ -6,11 +6,10 @@
 using namespace liaowu;
 using namespace Qt::StringLiterals;
 
-class ConnectionTest : public testing::Test {
+class ConnectionTest : public TestDatabase, public testing::Test {
 protected:
     ConnectionTest() {
-        database.run(
-            {u"create table [採購資料] ([採購單號] nvarchar(20) not null, [備註] nvarchar(50) default '', "
+        run({u"create table [採購資料] ([採購單號] nvarchar(20) not null, [備註] nvarchar(50) default '', "
              u"primary key ([採購單號]))"});
     }
 
@@ -18,14 +17,15 @@ protected:
         return connection.Execute(sql(u"insert into [採購資料] ([採購單號]) values ('{}')", number));
     }
 
-    QString count() { return database.value(u"select count(*) from [採購資料]"); }
+    QString count() { return value(u"select count(*) from [採購資料]"); }
 
-    TestDatabase database;
+public:
+    QString everything() { return count(); }
 };
 
 // A crash of the machine must not take a saved document with it, and no second writer must fail at once.
 TEST_F(ConnectionTest, EveryPhysicalConnectionHasItsSettings) {
-    Connection first(database.pool, database.target), second(database.pool, database.target);
+    Connection first(pool, target), second(pool, target);
     ASSERT_NE(&first.physical(), &second.physical());
     for (Connection* connection : {&first, &second}) {
         const QByteArray settings =
@@ -36,11 +36,11 @@ TEST_F(ConnectionTest, EveryPhysicalConnectionHasItsSettings) {
         engineRows(handleOf(*connection), "SELECT 1 FROM 採購資料 WHERE 採購單號 = 'x'");
     }
     EXPECT_EQ(add(first, u"a1"_s), 1);
-    EXPECT_EQ(database.value(u"select count(*) from [採購資料] where [採購單號]='A1  '"), u"1");
+    EXPECT_EQ(value(u"select count(*) from [採購資料] where [採購單號]='A1  '"), u"1");
 }
 
 TEST_F(ConnectionTest, ExecuteCountsTheRowsItTouched) {
-    Connection connection(database.pool, database.target);
+    Connection connection(pool, target);
     const auto execute = [&](QStringView statement) { return connection.Execute(sql(statement)); };
     EXPECT_EQ(execute(u"insert into [採購資料] ([採購單號]) values ('x'); "
                       "insert into [採購資料] ([採購單號]) select [採購單號]+'y' from [採購資料]"),
@@ -58,17 +58,17 @@ TEST_F(ConnectionTest, ExecuteCountsTheRowsItTouched) {
 
 TEST_F(ConnectionTest, RollsBackWhatWasNotCommitted) {
     {
-        Connection connection(database.pool, database.target);
+        Connection connection(pool, target);
         connection.BeginTrans();
         add(connection, u"close"_s);
         connection.Close();
         EXPECT_FALSE(connection.State());
-        connection.Open(database.target);
+        connection.Open(target);
         EXPECT_FALSE(connection.inTransaction());
         connection.BeginTrans();
         add(connection, u"destructor"_s);
     }
-    Connection connection(database.pool, database.target);
+    Connection connection(pool, target);
     {
         Transaction transaction(connection);
         add(connection, u"left"_s);
@@ -86,12 +86,12 @@ TEST_F(ConnectionTest, RollsBackWhatWasNotCommitted) {
 }
 
 TEST_F(ConnectionTest, RefusesMisuse) {
-    Connection connection(database.pool);
+    Connection connection(pool);
     EXPECT_TRUE(fails([&] { connection.BeginTrans(); }, DatabaseError::Usage));
     EXPECT_TRUE(fails([&] { connection.Execute(sql(u"delete from [採購資料]")); }, DatabaseError::Usage));
     connection.RollbackTrans();
-    connection.Open(database.target);
-    EXPECT_TRUE(fails([&] { connection.Open(database.target); }, DatabaseError::Usage));
+    connection.Open(target);
+    EXPECT_TRUE(fails([&] { connection.Open(target); }, DatabaseError::Usage));
     EXPECT_TRUE(fails([&] { connection.CommitTrans(); }, DatabaseError::Usage));
     EXPECT_TRUE(fails([&] { select(connection, sql(u"delete from [採購資料]")); }, DatabaseError::Usage));
     connection.BeginTrans();
@@ -100,25 +100,25 @@ TEST_F(ConnectionTest, RefusesMisuse) {
 }
 
 TEST_F(ConnectionTest, SecondConnectionDuringATransactionIsForbiddenOnDemand) {
-    database.pool.forbidSecondConnection(true);
-    Connection first(database.pool, database.target);
-    { Connection harmless(database.pool, database.target); }
+    pool.forbidSecondConnection(true);
+    Connection first(pool, target);
+    { Connection harmless(pool, target); }
     first.BeginTrans();
-    EXPECT_TRUE(fails([&] { Connection second(database.pool, database.target); }, DatabaseError::Usage));
+    EXPECT_TRUE(fails([&] { Connection second(pool, target); }, DatabaseError::Usage));
     TestDatabase copy;
-    { Connection other(database.pool, copy.target); } // another database sees no old data of this one
+    { Connection other(pool, copy.target); } // another database sees no old data of this one
     first.CommitTrans();
-    { Connection afterwards(database.pool, database.target); }
+    { Connection afterwards(pool, target); }
     first.BeginTrans();
-    database.pool.forbidSecondConnection(false);
-    { Connection allowed(database.pool, database.target); }
+    pool.forbidSecondConnection(false);
+    { Connection allowed(pool, target); }
 }
 
 TEST_F(ConnectionTest, AnotherWriterIsWaitedForAndThenNamed) {
-    database.pool.setBusyTimeout(150);
-    OtherUser other(database.file);
+    pool.setBusyTimeout(150);
+    OtherUser other(file);
     other.run("BEGIN IMMEDIATE");
-    Connection connection(database.pool, database.target);
+    Connection connection(pool, target);
     QElapsedTimer waited;
     waited.start();
     EXPECT_TRUE(fails([&] { connection.BeginTrans(); }, DatabaseError::Locked, u"其他使用者"));
@@ -134,61 +134,61 @@ TEST_F(ConnectionTest, AnotherWriterIsWaitedForAndThenNamed) {
 }
 
 TEST_F(ConnectionTest, UnusableFilesHaveAText) {
-    const QString garbage = database.folder.filePath(u"garbage.db"_s);
-    QFile file(garbage);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("this is a letter and no database ").repeated(200));
-    file.close();
+    const QString garbage = folder.filePath(u"garbage.db"_s);
+    QFile letter(garbage);
+    ASSERT_TRUE(letter.open(QIODevice::WriteOnly));
+    letter.write(QByteArray("this is a letter and no database ").repeated(200));
+    letter.close();
     for (const auto& [path, says] :
-         {std::pair(garbage, u"不是資料庫"_s), std::pair(database.folder.filePath(u"無.db"_s), u"無.db"_s),
-          std::pair(database.folder.path(), u"不是檔案"_s)}) {
+         {std::pair(garbage, u"不是資料庫"_s), std::pair(folder.filePath(u"無.db"_s), u"無.db"_s),
+          std::pair(folder.path(), u"不是檔案"_s)}) {
         const QString unusable = connectionStringFor(path);
-        EXPECT_TRUE(fails([&] { Connection connection(database.pool, unusable); },
-                          DatabaseError::ConnectionFailed, says));
+        EXPECT_TRUE(
+            fails([&] { Connection connection(pool, unusable); }, DatabaseError::ConnectionFailed, says));
     }
-    EXPECT_FALSE(QFile::exists(database.folder.filePath(u"無.db"_s))) << "nothing is created here";
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"無.db"_s))) << "nothing is created here";
 }
 
 TEST_F(ConnectionTest, ReadOnlyDatabasesAreReadAndNotWritten) {
-    database.run({u"insert into [採購資料] ([採購單號]) values ('1')"});
-    const auto check = [&](const QString& target) {
-        Connection connection(database.pool, target);
+    run({u"insert into [採購資料] ([採購單號]) values ('1')"});
+    const auto check = [&](const QString& readOnly) {
+        Connection connection(pool, readOnly);
         EXPECT_EQ(select(connection, sql(u"select [採購單號] from [採購資料]")).text(0), u"1");
         EXPECT_TRUE(fails([&] { add(connection, u"2"_s); }, DatabaseError::ReadOnly, u"唯讀"));
     };
-    check(database.target + u";Mode=Read"_s);
+    check(target + u";Mode=Read"_s);
 
-    database.pool.clear();
-    ASSERT_TRUE(QFile::setPermissions(database.folder.path(), QFile::Permissions::fromInt(0x7777)));
-    ASSERT_TRUE(QFile::setPermissions(database.file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    pool.clear();
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::Permissions::fromInt(0x7777)));
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
     // Root may write everywhere, so it steps down for as long as this takes.
     const uid_t user = geteuid();
     ASSERT_TRUE(user != 0 || seteuid(65534) == 0);
     const auto stepUp = qScopeGuard([&] { EXPECT_EQ(seteuid(user), 0); });
-    check(database.target);
+    check(target);
 }
 
 TEST_F(ConnectionTest, AReplacedFileIsOpenedAnew) {
-    database.run({u"insert into [採購資料] ([採購單號]) values ('old')"});
+    run({u"insert into [採購資料] ([採購單號]) values ('old')"});
     TestDatabase other;
     other.run({u"create table [採購資料] ([採購單號] nvarchar(20) primary key)"});
     other.pool.clear();
-    ASSERT_TRUE(QFile::remove(database.file));
+    ASSERT_TRUE(QFile::remove(file));
     for (const char* rest : {"-wal", "-shm"})
-        QFile::remove(database.file + QLatin1String(rest));
-    ASSERT_TRUE(QFile::copy(other.file, database.file));
+        QFile::remove(file + QLatin1String(rest));
+    ASSERT_TRUE(QFile::copy(other.file, file));
     EXPECT_EQ(count(), u"0");
 }
 
 TEST_F(ConnectionTest, AChangedSchemaIsNoticed) {
-    EXPECT_EQ(database.value(u"select * from [採購資料]"), u"(none)");
-    database.run({u"insert into [採購資料] ([採購單號]) values ('1')"});
+    EXPECT_EQ(value(u"select * from [採購資料]"), u"(none)");
+    run({u"insert into [採購資料] ([採購單號]) values ('1')"});
     {
         ConnectionPool another;
-        Connection connection(another, database.target);
+        Connection connection(another, target);
         connection.Execute(sql(u"alter table [採購資料] add [數量] float default 7"));
     }
-    Connection connection(database.pool, database.target);
+    Connection connection(pool, target);
     const Recordset rows = select(connection, sql(u"select * from [採購資料]"));
     ASSERT_EQ(rows.columnCount(), 3);
     EXPECT_EQ(rows.text(u"數量"), u"7");
@@ -202,8 +202,8 @@ TEST_F(ConnectionTest, AChangedSchemaIsNoticed) {
 
 TEST_F(ConnectionTest, TraceShowsWhatTheEngineGot) {
     std::vector<StatementTrace> seen;
-    database.pool.setTrace([&](const StatementTrace& trace) { seen.push_back(trace); });
-    Connection connection(database.pool, database.target);
+    pool.setTrace([&](const StatementTrace& trace) { seen.push_back(trace); });
+    Connection connection(pool, target);
     Transaction transaction(connection);
     for (const QString& number : {u"O'N"_s, u"2"_s})
         connection.Execute(
@@ -219,7 +219,7 @@ TEST_F(ConnectionTest, TraceShowsWhatTheEngineGot) {
 
 // What an engine in need does by itself: the rest of the save must not go in without its beginning.
 TEST_F(ConnectionTest, ATransactionThatTheEngineDroppedIsNotContinued) {
-    Connection connection(database.pool, database.target);
+    Connection connection(pool, target);
     connection.BeginTrans();
     add(connection, u"1"_s);
     engineRows(handleOf(connection), "ROLLBACK");
@@ -230,10 +230,10 @@ TEST_F(ConnectionTest, ATransactionThatTheEngineDroppedIsNotContinued) {
 }
 
 TEST_F(ConnectionTest, ACommitThatFailsHasRolledBack) {
-    Connection connection(database.pool, database.target);
+    Connection connection(pool, target);
     connection.BeginTrans();
     add(connection, u"1"_s);
-    database.pool.failAt(1);
+    pool.failAt(1);
     EXPECT_TRUE(fails([&] { connection.CommitTrans(); }, DatabaseError::Injected));
     EXPECT_FALSE(connection.inTransaction());
     EXPECT_EQ(count(), u"0");
@@ -263,22 +263,8 @@ static void saveDocument(ConnectionPool& pool, const QString& target) {
 }
 
 TEST_F(ConnectionTest, AFailureAtAnyCallLeavesNothingHalfWritten) {
-    database.pool.forbidSecondConnection(true);
-    int struck = 0;
-    for (int call = 1;; ++call) {
-        database.pool.failAt(call);
-        const int number = errorOf([&] { saveDocument(database.pool, database.target); });
-        const int calls = database.pool.callCount();
-        database.pool.failAt(0);
-        if (number == 0) {
-            EXPECT_EQ(calls, call - 1);
-            break;
-        }
-        ASSERT_EQ(number, DatabaseError::Injected) << "call " << call;
-        EXPECT_EQ(calls, call) << "the failure ended the save";
-        EXPECT_EQ(count(), u"0") << "call " << call;
-        ++struck;
-    }
+    pool.forbidSecondConnection(true);
+    const int struck = failEveryCall("save", *this, [this] { saveDocument(pool, target); });
     EXPECT_EQ(count(), u"4");
     EXPECT_GE(struck, 10);
     std::cout << "[ struck   ] " << struck << " calls of a save\n";

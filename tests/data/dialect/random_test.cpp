@@ -98,13 +98,13 @@ private:
             } else if (change == 1) {
                 parts.removeAt(at);
                 if (parts.isEmpty()) return {};
-            } else if (change == 2) {
+            } else if (change == 2 && isName) {
                 // Another name or keyword of the same statement.
-                const QString& other = parts[isName ? below(parts.size()) : at];
-                if (isName && other[0].isLetter()) part = other;
-            } else if (isValue || (isName && below(3) == 0)) {
+                const QString& other = parts[below(parts.size())];
+                if (other[0].isLetter()) part = other;
+            } else if (change > 2 && (isValue || (isName && below(3) == 0))) {
                 part = of(values);
-            } else if (operators.contains(part)) {
+            } else if (change > 2 && operators.contains(part)) {
                 part = of(operators);
             }
         }
