@@ -19,10 +19,10 @@ struct DriverRecord {
     QString opened;
     QStringList statements;
     QStringList transactions;
-    QStringList keys;                        ///< primary key of every table
-    QStringList columns;                     ///< of every select
-    std::vector<std::vector<QVariant>> rows; ///< of every select that is no probe
-    QString failure;                         ///< native codes with which the next statement fails
+    QStringList keys;         ///< primary key of every table
+    QStringList columns;      ///< of every select
+    QList<QVariantList> rows; ///< of every select that is no probe
+    QString failure;          ///< native codes with which the next statement fails
     int touched = 1;
 };
 
@@ -55,9 +55,7 @@ public:
     bool fetchLast() override { return fetch(size() - 1); }
     int size() override { return static_cast<int>(current.size()); }
     int numRowsAffected() override { return log->touched; }
-    QVariant data(int column) override {
-        return current[static_cast<std::size_t>(at())][static_cast<std::size_t>(column)];
-    }
+    QVariant data(int column) override { return current.at(at()).at(column); }
     bool isNull(int column) override { return data(column).isNull(); }
     QSqlRecord record() const override {
         QSqlRecord columns;
@@ -68,7 +66,7 @@ public:
 
 private:
     std::shared_ptr<DriverRecord> log;
-    std::vector<std::vector<QVariant>> current;
+    QList<QVariantList> current;
 };
 
 /// Stands where the ODBC driver stands: what arrives here is what a server would get.

@@ -101,9 +101,6 @@ TEST_F(Demo, HoldsEveryKindOfDocument) {
     EXPECT_EQ(plant.count(u"採購資料 where 採購日期 >= '20250115'"), 0);
     EXPECT_EQ(plant.count(u"採購資料 where 審單 = 'N' and 採購單號 in (select 採購單號 from 原料入庫明細)"),
               0);
-}
-
-TEST_F(Demo, MastersAreOfTheStatedSize) {
     const std::pair<QStringView, int> sizes[] = {
         {u"廠商資料", 40},  {u"(select distinct 廠商簡稱 from 廠商資料) as d", 40},
         {u"浪紙資料", 300}, {u"物料資料", 600},

@@ -81,7 +81,7 @@ protected:
         saveOrder(session, standing);
         ReceiptSave stored = newReceipt(u"物料"_s, {line(u"P1"_s, u"2"_s, u"IN1"_s, u"3"_s)});
         stored.header.入庫單號 = u"2501150002"_s;
-        saveReceipt(session, stored);
+        changedReceipt = saved(stored);
         receipt = newReceipt(u"物料"_s, receiptLines);
         changedOrder = standing;
         changedOrder.isNew = false;
@@ -89,7 +89,6 @@ protected:
         changedOrder.lastDocumentNumber = standing.header.採購單號;
         changedOrder.loaded = standing.lines;
         changedOrder.lines.insert(changedOrder.lines.end(), order.lines.begin(), order.lines.end());
-        changedReceipt = again(u"2501150002"_s);
         changedReceipt.lines = receiptLines;
     }
 
@@ -169,22 +168,19 @@ TEST_F(StorageTest, ADatabaseThatMayNotGrowRefusesTheSaveAsAWhole) {
 }
 
 TEST_F(StorageTest, ADiskThatFailsAtAnyWriteRefusesTheSaveAsAWhole) {
-    struct Case {
-        int code, number;
-        const char16_t* says;
-    };
-    for (const Case& c : {Case{ENOSPC, DatabaseError::DiskFull, u"磁碟已滿"},
-                          Case{EIO, DatabaseError::ConnectionFailed, u"讀寫資料庫檔案失敗"},
-                          Case{EROFS, DatabaseError::ConnectionFailed, u"讀寫資料庫檔案失敗"}}) {
-        SCOPED_TRACE(std::strerror(c.code));
-        FailingDisk disk(c.code);
+    for (const auto& [code, number, says] :
+         {std::tuple(ENOSPC, DatabaseError::DiskFull, u"磁碟已滿"),
+          std::tuple(EIO, DatabaseError::ConnectionFailed, u"讀寫資料庫檔案失敗"),
+          std::tuple(EROFS, DatabaseError::ConnectionFailed, u"讀寫資料庫檔案失敗")}) {
+        SCOPED_TRACE(std::strerror(code));
+        FailingDisk disk(code);
         for (const Document& document : documents()) {
             for (const int write : {1, 2, 3, 8, 13, 21}) {
                 const auto save = [&] {
                     disk.failFrom(write);
                     document.save();
                 };
-                expectRefused(document, save, c.number, c.says);
+                expectRefused(document, save, number, says);
                 EXPECT_TRUE(disk.struck()) << document.name << " took less than " << write << " writes";
                 disk.failFrom(0);
             }

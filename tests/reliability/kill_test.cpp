@@ -15,8 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Items = 5;
-
 /// A client without a screen that keeps saving and deleting orders and receipts.
 class Client {
 public:
@@ -47,7 +45,7 @@ private:
     QString anyReceipt() { return any(sql(u"select 入庫單號 from 原料入庫資料")); }
 
     OrderLine orderLine() {
-        return OrderPlant::line(u"M%1"_s.arg(1 + below(Items)), 10 + below(90), 1 + below(9));
+        return OrderPlant::line(u"M%1"_s.arg(1 + below(5)), 10 + below(90), 1 + below(9));
     }
     /// Each document notes how many lines it has.
     void save(OrderSave order) {
@@ -69,11 +67,10 @@ private:
 
     void changeOrder() {
         const QString number = anyOrder();
-        std::optional<OrderDocument> order;
-        {
+        const auto order = [&] {
             Connection connection(session.pool, session.connectionString);
-            order = loadOrder(connection, number, true);
-        }
+            return loadOrder(connection, number, true);
+        }();
         if (!order) return;
         OrderSave changed;
         changed.canSeePrice = changed.mayApprove = changed.overwrite = true;
@@ -178,11 +175,10 @@ TEST(Reliability, KilledAtAnyMomentLeavesNothingHalfWritten) {
     const int kills =
         qEnvironmentVariableIsSet("LIAOWU_KILLS") ? qEnvironmentVariableIntValue("LIAOWU_KILLS") : 200;
     PlantDatabase plant;
-    for (int i = 1; i <= Items; ++i)
-        Connection(plant.pool, plant.target)
-            .Execute(sql(u"insert into 物料資料 (物料代號,物料名稱,庫存,單位,進價,幣別) values "
-                         u"('M{}','M{}','0','pcs','1','')",
-                         i, i));
+    plant.run(
+        {u"insert into 物料資料 (物料代號,物料名稱,庫存,單位,進價,幣別) values ('M1','M1','0','pcs','1',''),"
+         u"('M2','M2','0','pcs','1',''),('M3','M3','0','pcs','1',''),('M4','M4','0','pcs','1',''),"
+         u"('M5','M5','0','pcs','1','')"});
     std::mt19937 random(4711);
     int struckInTransaction = 0;
     for (int i = 0; i < kills; ++i) {
