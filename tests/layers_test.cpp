@@ -77,8 +77,7 @@ QStringList faultsOf(const QString& name, const QString& text) {
 
 TEST(Layers, SourcesMentionOnlyWhatTheirLayerMay) {
     const QString root = QStringLiteral(LIAOWU_SOURCE_DIR) + u"/src/"_s;
-    int rules = 0;
-    int screens = 0;
+    int rules = 0, screens = 0;
     QDirIterator files(root, {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         QFile file(files.next());

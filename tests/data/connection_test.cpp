@@ -7,7 +7,7 @@ using namespace liaowu;
 using namespace Qt::StringLiterals;
 
 class ConnectionTest : public TestDatabase, public testing::Test {
-protected:
+public:
     ConnectionTest() {
         run({u"create table [採購資料] ([採購單號] nvarchar(20) not null, [備註] nvarchar(50) default '', "
              u"primary key ([採購單號]))"});
@@ -18,8 +18,6 @@ protected:
     }
 
     QString count() { return value(u"select count(*) from [採購資料]"); }
-
-public:
     QString everything() { return count(); }
 };
 

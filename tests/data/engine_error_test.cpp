@@ -1,6 +1,5 @@
 #include "data/engine_error.h"
 #include "data/test_database.h"
-#include <sqlite3.h>
 
 using namespace liaowu;
 

@@ -18,7 +18,6 @@ TEST(RowBlock, KeepsEveryKindOfCell) {
     rows.appendInteger(-9'007'199'254'740'993);
     rows.appendFloat(-0.0);
     rows.finish();
-
     ASSERT_EQ(rows.rows(), 1);
     EXPECT_EQ(rows.cell(0, 0).kind, RowBlock::Kind::Null);
     EXPECT_EQ(rows.cell(0, 1).kind, RowBlock::Kind::Text);

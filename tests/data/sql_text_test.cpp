@@ -47,13 +47,6 @@ TEST(SqlText, RefusesFaultsOfTheProgram) {
     EXPECT_THROW(sql(u"where [{}", u"1"), std::logic_error) << "name without end";
 }
 
-TEST(SqlText, JoinsPieces) {
-    SqlText text = sql(u"select * from a where 1=1");
-    text += sql(u" and b='{}'", u"x'y");
-    EXPECT_EQ((text + readyMadeSql(u" And (c='A' ) "_s)).text(),
-              u"select * from a where 1=1 and b='x''y' And (c='A' ) ");
-}
-
 // Whatever the value, the literal must end where the template ends it, and hold the value.
 TEST(SqlText, AnyValueStaysInsideItsLiteral) {
     const std::u16string alphabet = u"'[]{}N\\ab紙;-\n";

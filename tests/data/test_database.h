@@ -61,8 +61,7 @@ inline sqlite3* handleOf(Connection& connection) {
 class OtherUser {
 public:
     explicit OtherUser(const QString& file) {
-        if (sqlite3_open(file.toUtf8().constData(), &handle) != SQLITE_OK)
-            throw std::runtime_error("cannot open");
+        EXPECT_EQ(sqlite3_open(file.toUtf8().constData(), &handle), SQLITE_OK);
     }
     ~OtherUser() { sqlite3_close(handle); }
     OtherUser(const OtherUser&) = delete;

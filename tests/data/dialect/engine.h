@@ -1,12 +1,6 @@
 #pragma once
-#include "data/connection.h"
-#include "data/connection_pool.h"
-#include "data/connection_string.h"
-#include "data/embedded_connection.h"
-#include <QFile>
-#include <QTemporaryDir>
+#include "data/test_database.h"
 #include <QVariant>
-#include <sqlite3.h>
 
 namespace liaowu::dialect {
 
@@ -14,14 +8,13 @@ using namespace Qt::StringLiterals;
 
 /// The embedded engine as a connection drives it: the shortest way from a statement to its rows. All that it is given
 /// goes with its one transaction.
-class Engine {
+class Engine : public TestDatabase {
 public:
     Engine() {
-        if (!QFile(file).open(QIODevice::WriteOnly)) throw std::runtime_error("no temporary file");
         pool.setClock(now);
-        connection.Open(connectionStringFor(file));
+        connection.Open(target);
         connection.BeginTrans();
-        handle = static_cast<EmbeddedConnection&>(connection.physical()).handle();
+        handle = handleOf(connection);
         catalog = catalogOf(handle);
     }
 
@@ -31,24 +24,19 @@ public:
     };
     /// Throws `DatabaseError`.
     Result run(const QString& statement);
-    /// What the engine says it will do, one line a step.
-    QString plan(const QString& statement);
     /// Takes a text of any kind: it must translate to something that the engine takes, or be refused as a
     /// `DatabaseError` with number and sentence. Gives what went wrong; empty when nothing did.
     QString surprise(const QString& text, bool* translated = nullptr);
 
     const QDateTime now = QDateTime(QDate(2024, 3, 5), QTime(13, 4, 5));
-    ConnectionPool pool;
+    sqlite3* handle = nullptr;
     std::unique_ptr<Catalog> catalog;
 
 private:
     /// What the engine says against the native text; empty when it takes it.
     QString faultOf(const Translation& translation);
 
-    QTemporaryDir folder;
-    QString file = folder.filePath(u"engine.db"_s);
     Connection connection{pool};
-    sqlite3* handle = nullptr;
 };
 
 inline QVariant valueOf(const Literal& value) {
@@ -80,17 +68,6 @@ inline Engine::Result Engine::run(const QString& statement) {
             cells.append(valueOf(block.cell(row, column).value()));
     }
     return result;
-}
-
-inline QString Engine::plan(const QString& statement) {
-    const QByteArray native = "EXPLAIN QUERY PLAN " + translate(lift(statement), *catalog).native;
-    const auto append = [](void* lines, int, char** cells, char**) {
-        *static_cast<QString*>(lines) += QString::fromUtf8(cells[3]) + u'\n';
-        return 0;
-    };
-    QString lines;
-    sqlite3_exec(handle, native.constData(), append, &lines, nullptr);
-    return lines;
 }
 
 inline QString Engine::faultOf(const Translation& translation) {

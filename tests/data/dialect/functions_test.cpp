@@ -1,7 +1,6 @@
 // What no statement of the oracle shows: see oracle.tsv for the rest.
 #include "data/dialect/collation.h"
 #include "data/dialect/engine.h"
-#include <gtest/gtest.h>
 #include <random>
 
 using namespace liaowu;
@@ -152,8 +151,7 @@ TEST(DialectResults, TellWhereRowsCanBeWritten) {
 }
 
 TEST(DialectErrors, TravelWithNumberAndText) {
-    EXPECT_EQ(functionError(u"8114|Error converting data type nvarchar to float."_s),
-              std::make_pair(8114, u"Error converting data type nvarchar to float."_s));
+    EXPECT_EQ(functionError(u"8114|Error converting."_s), std::pair(8114, u"Error converting."_s));
     for (const QString& foreign :
          {u"no such table: a|b"_s, u""_s, u"|x"_s, u"UNIQUE constraint failed: t.a"_s})
         EXPECT_EQ(functionError(foreign).first, 0) << foreign;

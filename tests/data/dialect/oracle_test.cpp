@@ -5,7 +5,6 @@
 #include <QJsonObject>
 #include <QMap>
 #include <QRegularExpression>
-#include <gtest/gtest.h>
 #include <iostream>
 
 // The cases were run on a live T-SQL engine; where that is known to differ from the server meant here, the

@@ -2,7 +2,6 @@
 #include "data/schema/schema.h"
 #include <QFile>
 #include <QRegularExpression>
-#include <gtest/gtest.h>
 #include <iostream>
 #include <random>
 

@@ -107,10 +107,9 @@ TEST(Schema, UpgradeGivesAPlainDatabaseOnlyOurOwnTables) {
     EXPECT_EQ(suite.value(u"select count(*) from 料務_版本"), u"1");
 }
 
-TEST(Schema, RefusesADatabaseNewerThanTheProgram) {
-    PlantDatabase plant;
-    plant.run({u"insert into 料務_版本 (版本) values (999)"});
-    EXPECT_TRUE(fails([&] { upgradeSchema(plant.pool, plant.target); }, DatabaseError::Usage, u"999"));
+TEST_F(SchemaTables, NewerThanTheProgramAreRefused) {
+    run({u"insert into 料務_版本 (版本) values (999)"});
+    EXPECT_TRUE(fails([&] { upgradeSchema(pool, target); }, DatabaseError::Usage, u"999"));
 }
 
 TEST_F(SchemaTables, KeysRefuseASecondRow) {
