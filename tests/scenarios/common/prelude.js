@@ -105,8 +105,8 @@ strike = (doing, after, begin = () => {}) => {
         doing(n);
         stage.failDatabaseAt(0);
         tolerate(false);
-        const faults = messages().filter(m => m.icon === "critical");
+        const all = messages(), faults = all.filter(m => m.icon === "critical");
         if (faults.length === 0) return n - 1;
-        after(n, faults);
+        after(n, faults, all);
     }
 };
