@@ -19,6 +19,8 @@ Refused = ["warning", "提示", "您還沒有權限進行這項操作,請與管�
 Sure = ["question", "詢問", "確定更新此筆資料?", "yes"];
 DeleteSure = ["question", "刪除詢問", "確定要刪除此筆資料?", "yes"];
 Deleted = ["information", "資料刪除", "資料刪除完畢!"];
+Added = ["information", "資料儲存", "資料儲存完畢!"];
+Updated = ["information", "資料更新", "資料儲存完畢!"];
 told = () => messages().map(m => [m.icon, m.title, m.text]);
 expect = expected => expected.forEach(([, title, text, answer]) => onMessage(title, text, answer));
 // `doing` shows these messages and no other.
@@ -42,11 +44,13 @@ enter = (s, control, text) => {
     s.set(control, text);
     s.press("Enter");
 };
-find = (s, number) => enter(s, "txt速查單號", number);
+find = (s, number) => {
+    enter(s, "txt速查單號", number);
+    return s;
+};
 vendor = (s, code) => enter(s, "txt廠商代號", code);
 openOrder = (user, number, name = "紙板採購作業") => {
-    const s = launch({ function: name, user });
-    find(s, number);
+    const s = find(launch({ function: name, user }), number);
     equal(s.get("txt採購單號"), number, number + " is on show for " + user);
     return s;
 };
@@ -77,15 +81,15 @@ remove = s => {
     expect([DeleteSure, Deleted]);
     s.press("F3");
 };
-approve = (s, { answer = "yes", key = "審單", dialog = () => {} } = {}) => {
+// `others` are the messages beside the question whether to save at once.
+approve = (s, { answer = "yes", key = "審單", dialog = () => {}, others = [] } = {}) => {
     onWindow("frm單據審核", w => {
         dialog(w);
         w.click("scmd確定");
     });
-    onMessage("詢問", "操作成功,是否立即儲存?", answer);
-    s.toolbar(key);
+    shows(() => s.toolbar(key), [["question", "詢問", "操作成功,是否立即儲存?", answer], ...others], "the approval is asked for and given");
 };
-takeBack = (s, key) => approve(s, { key, dialog: w => w.click("Opt審核(1)") });
+takeBack = (s, options = {}) => approve(s, Object.assign({ dialog: w => w.click("Opt審核(1)") }, options));
 // A search on the page of the screen, for the first condition or as it stands.
 search = (s, text) => {
     if (!s.visible("span查詢條件")) s.click("scmd查詢條件");
