@@ -1,27 +1,20 @@
 // The search page of orders: every condition with its clause, dates and check boxes, ways to a record and back.
 clock("2025-03-03 08:30:00");
 const Captions = ["採購單號", "廠商名稱", "原料名稱", "單價異常", "採購人員", "交貨日期", "審單異常", "原料規格", "工單單號"];
-const columns = ["採購單號", "採購日期", "供應商", "原料代號", "原料名稱", "規格", "數量", "單位", "單價", "小計", "客戶料號", "審單", "送清", "H採購單號"];
 const from_ = "採購資料 inner join 採購明細資料 on 採購資料.採購單號=採購明細資料.採購單號 where 採購資料.類別='";
 const orders = (category, where) => value("select count(*) as n from " + from_ + category + "'" + where);
 const Between = " and 採購資料.採購日期 between '20240101' and '20250131'";
 const open = " and (採購資料.審單<>'Y' or 採購資料.審單 is null)";
 
 let s, g;
-const page = (user, name = "物料採購作業") => {
-    s = launch({ function: name, user });
+const page = name => {
+    s = launch({ function: name, user: "採購甲" });
     s.press("F2");
     g = s.grid("MSHFlexGrid1");
 };
-const panel = () => { if (!s.visible("span查詢條件")) s.click("scmd查詢條件"); };
 const option = i => {
-    panel();
+    conditions(s);
     s.choose("sopt查詢條件(" + i + ")");
-};
-const dates = (a, b) => {
-    panel();
-    s.set("txt查詢內容(2)", a);
-    s.set("txt查詢內容(3)", b);
 };
 const found = (n, what) => {
     check(n > 0, what + ": there is something to find");
@@ -29,23 +22,21 @@ const found = (n, what) => {
 };
 
 // ---- what stands there at first ----
-page("採購甲");
-equal([s.mode, s.visible("span查詢條件"), s.status(1), s.status(3), s.status(4)], ["查詢", false, "查詢筆數", "", ""], "the list comes first");
-equal([g.lineCount, s.status(2)], [0, "0"], "nothing was ordered since last month");
+page("物料採購作業");
+equal([s.mode, s.visible("span查詢條件"), [1, 2, 3, 4].map(i => s.status(i)), g.lineCount], ["查詢", false, ["查詢筆數", "0", "", ""], 0],
+    "the list comes first; nothing was ordered since last month");
 equal(["save", "del", "first", "next", "審單"].filter(k => s.enabled("toolbar:" + k)), [], "there is nothing to save or move");
 shows(() => { s.press("F8"); s.press("F3"); }, [], "by keys neither");
 s.click("scmd查詢條件");
 check(s.visible("span查詢條件") && !s.enabled("scmd查詢條件") && !s.enabled("scmd看此資料") && !s.enabled("scmd回前畫面_查詢"), "the conditions come before the list");
-equal([s.get("txt查詢內容(2)"), s.get("txt查詢內容(3)")], ["20250201", "20250303"], "from the month of 30 days ago until today");
-equal([s.get("Chk查詢廠商"), s.get("chk查詢審單")], ["0", "0"], "no box is ticked");
+equal(["txt查詢內容(2)", "txt查詢內容(3)", "Chk查詢廠商", "chk查詢審單"].map(c => s.get(c)), ["20250201", "20250303", "0", "0"], "from the month of 30 days ago until today");
 for (let i = 0; i < 9; ++i) {
     s.choose("sopt查詢條件(" + i + ")");
     equal([s.get("sopt查詢條件(" + i + ")"), s.colour("sopt查詢條件(" + i + ")"), s.colour("sopt查詢條件(" + (i + 1) % 9 + ")")], [Captions[i], "#ff0000", "#808080"],
         "condition " + i + " in red, the others in grey");
-    equal(s.visible("txt查詢內容(0)"), i !== 3, "with a box, but for " + Captions[3]);
-    if (i !== 3) equal([s.get("lbl查詢名稱(0)"), s.focused()], [i === 6 ? "天    數:" : Captions[i] + ":", "txt查詢內容(0)"], "its label, and the focus in it");
-    equal([s.visible("txt查詢內容(2)"), s.visible("txt查詢內容(3)")], [i !== 6, i !== 6], "dates, but for " + Captions[6]);
-    equal(s.get("txt查詢內容(0)"), i === 6 ? "7" : "", "and what it starts with");
+    if (i !== 3) equal([s.get("lbl查詢名稱(0)"), s.focused()], [i === 6 ? "天    數:" : Captions[i] + ":", "txt查詢內容(0)"], "its label, and the focus in its box");
+    equal([s.visible("txt查詢內容(0)"), s.visible("txt查詢內容(2)"), s.visible("txt查詢內容(3)"), s.get("txt查詢內容(0)")], [i !== 3, i !== 6, i !== 6, i === 6 ? "7" : ""],
+        "its boxes, and what it starts with");
 }
 for (const [i, text, kept] of [[4, "一二三四五六七八九十多", "一二三四五六七八九十"], [5, "202501011", "20250101"]]) {
     option(i);
@@ -53,7 +44,8 @@ for (const [i, text, kept] of [[4, "一二三四五六七八九十多", "一二�
     s.click("txt查詢內容(2)");
     equal(s.get("txt查詢內容(0)"), kept, Captions[i] + " holds what its limit allows");
 }
-dates("2024010199", "2025013x1");
+s.set("txt查詢內容(2)", "2024010199");
+s.set("txt查詢內容(3)", "2025013x1");
 equal([s.get("txt查詢內容(2)"), s.get("txt查詢內容(3)")], ["20240101", "20250131"], "dates are eight digits");
 
 // ---- every condition finds what its clause says ----
@@ -79,7 +71,8 @@ for (const [i, text, ...likes] of [
     found(orders("物料", Between + (likes.length > 0 ? like(text, ...likes) : " and cast(採購明細資料.單價 as float)<=0")), Captions[i] + " '" + text + "'");
     equal([s.visible("span查詢條件"), s.focused()], [false, "MSHFlexGrid1"], "the list comes to the front, with the focus");
 }
-equal([g.titles, g.visible("H採購單號"), g.cell(1, "H採購單號")], [columns, false, number], "the columns, the last of them hidden");
+equal([g.titles, g.visible("H採購單號"), g.cell(1, "H採購單號")], [["採購單號", "採購日期", "供應商", "原料代號", "原料名稱", "規格", "數量", "單位", "單價", "小計", "客戶料號",
+    "審單", "送清", "H採購單號"], false, number], "the columns, the last of them hidden");
 option(8);
 search(s, "99");
 equal(g.lineCount, 0, "a work order is found by its beginning only");
@@ -105,7 +98,7 @@ for (const [text, days, before] of [[undefined, 7, "20250224"], ["60", 60, "2025
 option(0);
 search(s, "");
 const all = orders("物料", Between);
-panel();
+conditions(s);
 s.click("chk查詢審單");
 found(orders("物料", Between + open), "未審單");
 check(s.visible("span查詢條件"), "the conditions stay in front");
@@ -130,7 +123,7 @@ check(page2 > 10 && page2 < all && stands("PageDown") > page2 && stands("PageUp"
 s.type("25");
 equal([s.visible("span查詢條件"), s.focused(), s.get("txt查詢內容(0)")], [true, "txt查詢內容(0)", "25"], "letters go to the condition");
 for (const control of ["txt查詢內容(0)", "sopt查詢條件(2)", "Chk查詢廠商", "scmd確定"]) {
-    panel();
+    conditions(s);
     s.key(control, "Esc");
     equal([s.open, s.visible("span查詢條件"), s.focused()], [true, false, "MSHFlexGrid1"], "Esc on " + control + " puts the conditions away");
 }
@@ -149,10 +142,10 @@ for (const [how, row] of [["Enter", 2], ["button", 3], ["double click", 4], ["ri
     equal([s.mode, s.get("txt採購單號")], ["修改", wanted], how + " shows the order");
     s.press("F2");
     equal([g.lineCount, s.visible("span查詢條件")], [ofVendor, false], "the search is still there");
-    s.click("scmd查詢條件");
-    equal([s.get("txt查詢內容(0)"), s.get("txt查詢內容(2)"), s.colour("sopt查詢條件(1)")], [bought, "20240101", "#ff0000"], "with its text, dates and choice");
-    s.click("scmd取消");
 }
+s.click("scmd查詢條件");
+equal([s.get("txt查詢內容(0)"), s.get("txt查詢內容(2)"), s.colour("sopt查詢條件(1)")], [bought, "20240101", "#ff0000"], "with its text, dates and choice");
+s.click("scmd取消");
 const shown = s.get("txt採購單號");
 s.click("scmd回前畫面_查詢");
 equal([s.mode, s.get("txt採購單號"), s.enabled("toolbar:save") && s.enabled("toolbar:next")], ["修改", shown, true], "back to the record, with its keys");
@@ -172,21 +165,20 @@ lines.type(1, "內部品名", "自訂紙板");
 lines.enter(1, "備註");
 s.type("半句");
 s.press("F2");
-equal(s.mode, "查詢", "F2 in the midst of a cell");
-g = s.grid("MSHFlexGrid1");
-shows(() => s.press("F4"), [Refused], "and a command that is refused there");
-equal(s.mode, "查詢", "stays on the page");
+shows(() => s.press("F4"), [Refused], "a command that is refused there");
+equal(s.mode, "查詢", "F2 in the midst of a cell, and nothing leaves the page");
 s.click("scmd回前畫面_查詢");
 equal([s.mode, s.modified, s.get("lbl廠商簡稱"), cells(lines, 1, "內部品名", "備註"), lines.lineCount], ["新增", true, "岱峻紙板", ["自訂紙板", "半句"], 1],
-    "comes back to all that was typed");
+    "back to all that was typed");
 equal([s.focused(), lines.currentRow(), lines.currentTitle()], ["fml明細", 1, "備註"], "and to the cell");
 equal(["save", "del", "next", "審單"].filter(k => s.enabled("toolbar:" + k)), ["save"], "with the keys of a new order");
 
 // ---- board: the part number in the place of the buyer ----
-page("採購甲", "紙板採購作業");
+page("紙板採購作業");
 option(4);
 equal([s.get("sopt查詢條件(4)"), s.get("lbl查詢名稱(0)")], ["料號", "料號:"], "on board the buyer gives way to the part number");
-dates("20240101", "20250131");
+s.set("txt查詢內容(2)", "20240101");
+s.set("txt查詢內容(3)", "20250131");
 const part = value("select top 1 料號 from " + from_ + "紙板' and 料號<>'' order by 採購資料.採購單號 desc").slice(1, 5);
 search(s, part);
 found(orders("紙板", Between + like(part, "採購明細資料.料號")), "料號");

@@ -51,7 +51,8 @@ meets(a, "吳國棟", "2025-03-03 08:32:00", "yes", "and a save meets that");
 equal([first(), need()], [1, bought + 50], "the screen that still had it brings it back under its number, and counts it once");
 
 // In a process of its own, on the same file.
-const process = script => stage.run("liaowu-robot", ["--db", stage.defaultConnection(), stage.folder() + "/second_process/" + script]);
+const process = script => stage.run("liaowu-robot",
+    ["--db", stage.defaultConnection(), stage.folder() + "/common/prelude.js", stage.folder() + "/second_process/" + script]);
 a.set("txt工單單號", "共用");
 save(a);
 a.set("txt工單單號", "未存");

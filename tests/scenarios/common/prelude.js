@@ -90,9 +90,12 @@ approve = (s, { answer = "yes", key = "審單", dialog = () => {}, others = [] }
     shows(() => s.toolbar(key), [["question", "詢問", "操作成功,是否立即儲存?", answer], ...others], "the approval is asked for and given");
 };
 takeBack = (s, options = {}) => approve(s, Object.assign({ dialog: w => w.click("Opt審核(1)") }, options));
-// A search on the page of the screen, for the first condition or as it stands.
-search = (s, text) => {
+// The search page: a text for the condition at hand, or what stands there.
+conditions = s => {
     if (!s.visible("span查詢條件")) s.click("scmd查詢條件");
+};
+search = (s, text) => {
+    conditions(s);
     if (text !== undefined) s.set("txt查詢內容(0)", text);
     s.click("scmd確定");
 };
