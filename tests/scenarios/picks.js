@@ -17,10 +17,7 @@ const filter = (w, text) => {
 };
 
 // ---- vendor and buyer ----
-onWindow("frm廠商輔助畫面", w => {
-    const list = w.grid("MSHFlexGrid1");
-    equal(list.titles.filter(t => list.visible(t)), ["廠商代號", "廠商簡稱", "分數"], "code, name and score of vendors");
-});
+onWindow("frm廠商輔助畫面", w => equal(visibleTitles(w.grid("MSHFlexGrid1")), ["廠商代號", "廠商簡稱", "分數"], "code, name and score of vendors"));
 vendor(s, "無此");
 equal([s.get("txt廠商代號"), s.get("lbl廠商簡稱"), s.focused()], ["無此", "", "txt廠商代號"], "Esc changes nothing");
 onWindow("frm廠商輔助畫面", w => {
@@ -38,8 +35,6 @@ onWindow("frm業務輔助視窗", w => {
 });
 enter(s, "txt業務員代號", "誰");
 equal([s.get("txt業務員代號"), s.get("lbl業務員名稱")], ["S04", "張家豪"], "a double click picks");
-enter(s, "txt業務員代號", "林佩珊");
-equal([s.get("txt業務員代號"), s.get("lbl業務員名稱")], ["S01", "林佩珊"], "an exact name needs no window");
 pick("frm廠商輔助畫面");
 s.click("scmd廠商代號");
 equal([s.get("txt廠商代號"), s.get("txt業務員代號")], ["V002", "S02"], "the button opens on the code at hand");
@@ -48,8 +43,7 @@ equal([s.get("txt廠商代號"), s.get("txt業務員代號")], ["V002", "S02"], 
 onWindow("frm原料輔助視窗_請購", w => {
     const list = w.grid("MSHFlexGrid1");
     equal(list.titles.slice(0, 15), ["申購單號", "原料代號", "原料名稱", "規格", "未采購數", "庫存", "進價", "幣別", "單位", "印件編號", "需求日期", "備注", "類別", "廠牌", "進料單位"], "columns");
-    equal(offered(w, "未采購數"), ["300", "380", "90.25", "-30"], "what is open, more than ordered included");
-    check(w.visibleTexts().includes("共 4 筆"), "their number is told");
+    equal([offered(w, "未采購數"), w.visibleTexts().includes("共 4 筆")], [["300", "380", "90.25", "-30"], true], "what is open, more than ordered included, and their number");
     w.click("opt排序(1)");
     equal(offered(w, "原料代號"), ["KMKC-01", "KMKB-04", "KMKB-01", "KMKB-02"], "by the master's name, then by size");
     filter(w, "kc-");
@@ -57,11 +51,7 @@ onWindow("frm原料輔助視窗_請購", w => {
 });
 g.key(1, "申購單號", "F9");
 equal([g.lineCount, g.cell(1, "申購單號")], [0, ""], "nothing picked, nothing changed");
-onWindow("frm原料輔助視窗_請購", w => {
-    w.click("opt排序(0)");
-    w.grid("MSHFlexGrid1").select(2, 1);
-    w.press("Enter");
-});
+onWindow("frm原料輔助視窗_請購", w => { w.grid("MSHFlexGrid1").select(2, 1); w.press("Enter"); });
 g.type(1, "申購單號", "2503010001");
 equal([g.lineCount, g.currentRow()], [2, 2], "a block selected upwards is taken from its first row");
 const price = g.cell(2, "單價"), amount = rule.numberText(Number(rule.format(0.7 * 0.75 * 380 * price, "0.00")));
@@ -114,10 +104,10 @@ onWindow("frm工單輔助視窗_採購", w => {
         equal(shown, shown.slice().sort(), "sorted by " + by);
     });
     w.click("opt排序(0)");
-    ["客戶料號", "紙箱代號", "客戶單號", "客戶代號"].forEach(by => {
+    for (const by of ["客戶料號", "紙箱代號", "客戶單號", "客戶代號"]) {
         filter(w, job[by].slice(1));
         check(offered(w, "工單單號").includes(numbers[0]), "found by a piece of " + by);
-    });
+    }
     filter(w, "");
     w.press("Enter");
 });
@@ -146,8 +136,6 @@ onWindow("frm原料輔助視窗_採購", w => {
     equal([column(list, "紙板代號"), list.currentRow()], [["AZXQ1", "ZXQ1"], 2], "the exact code is selected");
     w.key("opt排序(0)", "Enter");
     equal([w.open, w.focused() === "opt排序(0)"], [true, false], "Enter elsewhere moves on");
-    w.click("opt排序(1)");
-    equal(column(list, "紙板名稱"), ["乙板", "甲板"].sort(), "by name");
     w.set("txt查詢", "沒有");
     w.key("cmd確定", "Enter");
     equal([w.open, list.lineCount], [true, 0], "on the button it asks again");

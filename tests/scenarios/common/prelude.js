@@ -35,6 +35,7 @@ stops = (doing, icon, title, text, what) => shows(doing, [[icon, title, text]], 
 // ---- windows and grids; the robot leaves a window with Esc when the script has not closed it ----
 pick = (name, ...keys) => onWindow(name, w => keys.concat("Enter").forEach(key => w.press(key)));
 leave = name => onWindow(name, () => {});
+visibleTitles = g => g.titles.filter(title => g.visible(title));
 cells = (g, row, ...titles) => titles.map(title => g.cell(row, title));
 column = (g, title) => Array.from({ length: g.lineCount }, (_, i) => g.cell(i + 1, title));
 fill = (g, row, texts) => Object.keys(texts).forEach(title => g.type(row, title, texts[title]));
