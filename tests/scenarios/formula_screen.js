@@ -111,16 +111,13 @@ s.toolbar("exit");
 check(!s.open, "the way out asks nothing");
 
 // ---- a change reaches an order when its screen is started again ----
-const code = value("select top 1 浪紙代號 from 浪紙資料 where 單位='pcs' and 進料單位='㎡'");
-const price = w => {
-    vendor(w, "V001");
-    item(w, 1, code);
-    fill(w.grid("fml明細"), 1, { 規格: "100*100", 單位: "㎡", 單價: "2", 大紙數: "10" });
-    return w.grid("fml明細").cell(1, "小計");
-};
-const running = launch({ function: "紙板採購作業", user: "採購甲" });
+const boardScreen = () => launch({ function: "紙板採購作業", user: "採購甲" });
+const running = boardScreen();
 s = launch({ function: "原料計價公式", user: "採購甲" });
 s.grid("fml明細").type(1, "計算公式", "長*寬*單價*數量/1000");
 shows(() => s.press("F8"), [Saved], "the change is saved");
-equal(price(running), "20", "a screen that runs keeps its formulas");
-equal(price(launch({ function: "紙板採購作業", user: "採購甲" })), "200", "the next one has the new ones");
+for (const [w, amount, what] of [[running, "20", "a screen that runs keeps its formulas"], [boardScreen(), "200", "the next one has the new ones"]]) {
+    item(w, 1, value("select top 1 浪紙代號 from 浪紙資料 where 單位='pcs' and 進料單位='㎡'"));
+    fill(w.grid("fml明細"), 1, { 規格: "100*100", 單位: "㎡", 單價: "2", 大紙數: "10" });
+    equal(w.grid("fml明細").cell(1, "小計"), amount, what);
+}

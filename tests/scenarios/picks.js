@@ -19,14 +19,11 @@ const filter = (w, text) => {
 // ---- vendor and buyer ----
 onWindow("frm廠商輔助畫面", w => equal(visibleTitles(w.grid("MSHFlexGrid1")), ["廠商代號", "廠商簡稱", "分數"], "code, name and score of vendors"));
 vendor(s, "無此");
-equal([s.get("txt廠商代號"), s.get("lbl廠商簡稱"), s.focused()], ["無此", "", "txt廠商代號"], "Esc changes nothing");
-onWindow("frm廠商輔助畫面", w => {
-    equal([w.get("txt查詢"), offered(w, "廠商代號").length, w.focused()], ["V00", 9, "MSHFlexGrid1"], "code prefix; the focus is on the list");
-    w.press("Down");
-    w.press("Enter");
-});
+equal([texts(s, "txt廠商代號", "lbl廠商簡稱"), s.focused()], [["無此", ""], "txt廠商代號"], "Esc changes nothing");
+inWindow("frm廠商輔助畫面", w => equal([w.get("txt查詢"), offered(w, "廠商代號").length, w.focused()], ["V00", 9, "MSHFlexGrid1"], "code prefix; the focus is on the list"),
+    "Down", "Enter");
 vendor(s, "V00");
-equal([s.get("txt廠商代號"), s.get("lbl廠商簡稱"), s.get("txt業務員代號"), s.focused()], ["V002", "沐瀚紙器", "S02", "txt採購日期"], "the second one");
+equal([texts(s, "txt廠商代號", "lbl廠商簡稱", "txt業務員代號"), s.focused()], [["V002", "沐瀚紙器", "S02"], "txt採購日期"], "the second one");
 onWindow("frm業務輔助視窗", w => {
     w.type("S0");
     w.press("Enter");
@@ -34,7 +31,7 @@ onWindow("frm業務輔助視窗", w => {
     w.grid("MSHFlexGrid1").doubleClick(4, "人員名稱");
 });
 enter(s, "txt業務員代號", "誰");
-equal([s.get("txt業務員代號"), s.get("lbl業務員名稱")], ["S04", "張家豪"], "a double click picks");
+equal(texts(s, "txt業務員代號", "lbl業務員名稱"), ["S04", "張家豪"], "a double click picks");
 pick("frm廠商輔助畫面");
 s.click("scmd廠商代號");
 equal([s.get("txt廠商代號"), s.get("txt業務員代號")], ["V002", "S02"], "the button opens on the code at hand");
@@ -51,7 +48,7 @@ onWindow("frm原料輔助視窗_請購", w => {
 });
 g.key(1, "申購單號", "F9");
 equal([g.lineCount, g.cell(1, "申購單號")], [0, ""], "nothing picked, nothing changed");
-onWindow("frm原料輔助視窗_請購", w => { w.grid("MSHFlexGrid1").select(2, 1); w.press("Enter"); });
+inWindow("frm原料輔助視窗_請購", w => w.grid("MSHFlexGrid1").select(2, 1), "Enter");
 g.type(1, "申購單號", "2503010001");
 equal([g.lineCount, g.currentRow()], [2, 2], "a block selected upwards is taken from its first row");
 const price = g.cell(2, "單價"), amount = rule.numberText(Number(rule.format(0.7 * 0.75 * 380 * price, "0.00")));
@@ -94,7 +91,7 @@ const jobs = db.query("select * from 紙箱生產資料 where (完工<>'Y' or �
 const numbers = jobs.map(job => job["工單單號"]), job = jobs[0];
 const creases = of => [0, 1, 2].map(i => of["寬壓線" + i]).join("*");
 db.execute("update 紙箱生產資料 set 寬壓線3='35',寬壓線6='12',採購備注='" + "長".repeat(30) + "' where 工單單號='" + numbers[1] + "'");
-onWindow("frm工單輔助視窗_採購", w => {
+inWindow("frm工單輔助視窗_採購", w => {
     equal(w.grid("MSHFlexGrid1").titles, ["工單單號", "工單日期", "客戶單號", "客戶代號", "客戶", "紙箱代號", "料號", "材質", "備料寬", "備料長", "楞別", "備紙數", "切寬", "切長",
         "壓線尺寸", "壓線種類", "採購備注", "紙質代號", "走紙才"], "columns");
     equal(offered(w, "工單單號"), numbers, "not finished, not yet on an order line");
@@ -109,8 +106,7 @@ onWindow("frm工單輔助視窗_採購", w => {
         check(offered(w, "工單單號").includes(numbers[0]), "found by a piece of " + by);
     }
     filter(w, "");
-    w.press("Enter");
-});
+}, "Enter");
 g.key(1, "工單單號", "F9");
 const customer = value("select 客戶簡稱 from 客戶資料 where 客戶代號='" + job["客戶代號"] + "'");
 equal(cells(g, 1, "工單單號", "客戶代號", "客戶", "紙箱代號", "料號", "代號", "內部品名", "規格", "大紙數", "單價", "單位", "小計", "交貨日", "楞別", "剖切尺寸", "壓線種類", "壓線尺寸", "走紙才", "未交數", "送清", "備註"),
@@ -131,7 +127,7 @@ equal(cells(g, 1, "工單單號", "已交數", "未交數", "採購序"), [numbe
 
 // ---- items: the exact code stands selected, sorts, nothing found ----
 insert("浪紙資料", { 浪紙代號: "ZXQ1", 浪紙名稱: "甲板", 規格: "9*9", 進價: "3", 進料單位: "㎡", 單位: "pcs", 幣別: "台幣", 楞別: "E" }, { 浪紙代號: "AZXQ1", 浪紙名稱: "乙板" });
-onWindow("frm原料輔助視窗_採購", w => {
+inWindow("frm原料輔助視窗_採購", w => {
     const list = w.grid("MSHFlexGrid1");
     equal([column(list, "紙板代號"), list.currentRow()], [["AZXQ1", "ZXQ1"], 2], "the exact code is selected");
     w.key("opt排序(0)", "Enter");
@@ -142,7 +138,6 @@ onWindow("frm原料輔助視窗_採購", w => {
     w.key("MSHFlexGrid1", "Enter");
     equal(w.open, true, "an empty list gives nothing");
     filter(w, "ZXQ1");
-    w.press("Enter");
-});
+}, "Enter");
 g.type(3, "代號", "zxq1");
 equal(cells(g, 3, "代號", "內部品名", "規格", "單價", "單位", "楞別", "走紙才"), ["ZXQ1", "甲板", "", "3", "㎡", "E", "1"], "a board brings no size of its own");

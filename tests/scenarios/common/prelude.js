@@ -33,9 +33,15 @@ shows = (doing, expected, what) => {
 stops = (doing, icon, title, text, what) => shows(doing, [[icon, title, text]], what);
 
 // ---- windows and grids; the robot leaves a window with Esc when the script has not closed it ----
-pick = (name, ...keys) => onWindow(name, w => keys.concat("Enter").forEach(key => w.press(key)));
+// `look` at the window, then press the keys.
+inWindow = (name, look, ...keys) => onWindow(name, w => {
+    look(w);
+    keys.forEach(key => w.press(key));
+});
+pick = (name, ...keys) => inWindow(name, () => {}, ...keys, "Enter");
 leave = name => onWindow(name, () => {});
 visibleTitles = g => g.titles.filter(title => g.visible(title));
+texts = (s, ...controls) => controls.map(control => s.get(control));
 cells = (g, row, ...titles) => titles.map(title => g.cell(row, title));
 column = (g, title) => Array.from({ length: g.lineCount }, (_, i) => g.cell(i + 1, title));
 fill = (g, row, texts) => Object.keys(texts).forEach(title => g.type(row, title, texts[title]));
