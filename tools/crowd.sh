@@ -17,7 +17,8 @@ $bin/liaowu-robot --db "$work/plant.db" "$work/before.js" >/dev/null || exit 1
 for client in $(seq "$clients"); do
     kind=$([ $((client % 2)) -eq 0 ] && echo orders || echo receipts)
     echo "crowd = { worker: $client, saves: $saves };" >"$work/client$client.js"
-    timeout 600 $bin/liaowu-robot --db "$work/plant.db" "$work/client$client.js" tests/scenarios/crowd/common.js "tests/scenarios/crowd/$kind.js" >"$work/out$client" 2>&1 &
+    timeout 600 $bin/liaowu-robot --db "$work/plant.db" \
+        "$work/client$client.js" tests/scenarios/common/prelude.js tests/scenarios/crowd/common.js "tests/scenarios/crowd/$kind.js" >"$work/out$client" 2>&1 &
 done
 wait
 failed=0

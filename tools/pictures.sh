@@ -11,7 +11,7 @@ rm -f out/*.png out/plant.db*
 $bin/liaowu-db demo out/plant.db
 # Before the road, so that the picture shows the plant as a newcomer finds it.
 $bin/liaowu-launchpad --db out/plant.db --picture out/launchpad.png
-$bin/liaowu-robot --db out/plant.db tests/scenarios/road/*.js
+$bin/liaowu-robot --db out/plant.db tests/scenarios/common/prelude.js tests/scenarios/road/*.js
 rm -f out/plant.db*
 
 # The picture of the road, and its name in the documents.

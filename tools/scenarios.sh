@@ -10,7 +10,8 @@ passed=0 failed=0
 for script in tests/scenarios/*.js; do
     cp "$work/base.db" "$work/plant.db"
     rm -f "$work/plant.db-wal" "$work/plant.db-shm"
-    output=$(LIAOWU_BIN="$bin" LIAOWU_WORK="$work" timeout 600 $bin/liaowu-robot --db "$work/plant.db" --messages "$work/shown" "$script" 2>&1)
+    output=$(LIAOWU_BIN="$bin" LIAOWU_WORK="$work" timeout 600 $bin/liaowu-robot --db "$work/plant.db" --messages "$work/shown" \
+        tests/scenarios/common/prelude.js "$script" 2>&1)
     code=$?
     counts=$(tail -n 1 <<<"$output")
     if [[ $counts =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]]; then

@@ -1,15 +1,7 @@
 // The formulas' screen: both of its launches, the pad, limits, refusals of a save, and when a change takes effect.
-const told = () => messages().map(m => [m.icon, m.title, m.text]);
-const stops = (doing, icon, title, text, what) => {
-    messages();
-    onMessage(title, text);
-    doing();
-    equal(told(), [[icon, title, text]], what);
-};
-const stored = kind => db.query("select 單位1,單位2,基本單位,計價單位,公式,序 from 採購計價公式 where 類別='" + kind + "' order by 序")
-    .map(r => [r["單位1"], r["單位2"], r["基本單位"], r["計價單位"], r["公式"], r["序"]]);
-const Saved = "儲存完畢,新的設定必須重新調入採購作業系統或入庫作業系統才能生效";
-const Units = db.query("select 內容 from 片語資料 where 類別='AB-單位' and 分類='耗材類' order by 代號").map(r => r["內容"]);
+const stored = kind => db.query("select 單位1,單位2,基本單位,計價單位,公式,序 from 採購計價公式 where 類別='" + kind + "' order by 序").map(r => Object.values(r));
+const Saved = ["information", "儲存", "儲存完畢,新的設定必須重新調入採購作業系統或入庫作業系統才能生效"];
+const Units = values("select 內容 from 片語資料 where 類別='AB-單位' and 分類='耗材類' order by 代號");
 check(Units.length > 5 && Units.includes("pcs"), "there are units");
 const board = stored("紙板"), paper = stored("紙品"), conversion = stored("單位換算");
 
@@ -19,14 +11,14 @@ let g = s.grid("fml明細");
 equal([s.name, s.title, g.titles, s.visible("SSPanel1")],
     ["frm原料計價公式", "單位換算公式", ["單位(長)", "單位(寬)", "庫存單位", "換算單位", "計算公式"], false], "conversions have no choice of family");
 equal([g.lineCount, g.cell(1, "換算單位"), g.cell(1, "計算公式")], [conversion.length, "令", "數量*2000000/(長*寬*基重)"], "they are shown in their order");
-screenshot("out/formula_conversion.png");
+const missing = (title, text) => {
+    stops(() => s.press("F8"), "warning", "提示", text, "what is missing stops a save");
+    equal(g.currentTitle(), title, "its cell is chosen");
+};
 g.type(6, "換算單位", "M");
-stops(() => s.press("F8"), "warning", "提示", "第6筆明細公式為必輸入項!", "a formula is needed");
-equal([g.currentRow(), g.currentTitle()], [6, "計算公式"], "its cell is chosen");
-g.type(6, "換算單位", " ");
-g.type(6, "計算公式", "1");
-stops(() => s.press("F8"), "warning", "提示", "第6筆明細計價單位為必輸入項目!", "and the unit into which it converts");
-equal([g.currentRow(), g.currentTitle()], [6, "換算單位"], "its cell is chosen");
+missing("計算公式", "第6筆明細公式為必輸入項!");
+fill(g, 6, { 換算單位: " ", 計算公式: "1" });
+missing("換算單位", "第6筆明細計價單位為必輸入項目!");
 equal(stored("單位換算"), conversion, "nothing was written");
 s.close();
 
@@ -34,29 +26,28 @@ s = launch({ function: "原料計價公式", user: "採購甲" });
 g = s.grid("fml明細");
 equal([s.title, g.titles, s.visible("SSPanel1"), s.get("sopt類別(0)"), s.get("sopt類別(1)")],
     ["原料計價公式", ["單位(長)", "單位(寬)", "庫存單位", "計價單位", "計算公式"], true, "紙品", "紙板"], "prices start with board");
-equal([g.lineCount, g.cell(4, "單位(長)"), g.cell(4, "計算公式")], [board.length, "CM", "長*寬*基重*單價*數量/10000000"], "its formulas are shown");
+equal([g.lineCount, cells(g, 4, "單位(長)", "計算公式")], [board.length, ["CM", "長*寬*基重*單價*數量/10000000"]], "its formulas are shown");
 
 // ---- cells ----
 g.enter(1, "庫存單位");
 equal([g.list(), s.visible("picCal")], [["pcs"].concat(Units.filter(u => u !== "pcs")), false], "a unit is chosen from those of materials");
 s.press("Esc");
-for (const title of ["單位(長)", "單位(寬)", "計價單位"]) { g.enter(5, title); equal(g.list(), [""].concat(Units), title + " as well"); }
+g.enter(5, "計價單位");
+equal(g.list(), [""].concat(Units), "an empty one as well");
 g.pick("令");
 equal([g.cell(5, "計價單位"), g.lineCount], ["令", 5], "a pick starts a row");
-g.type(5, "庫存單位", "自訂");
-equal(g.cell(5, "庫存單位"), "自訂", "or a unit is typed");
 for (const title of ["單位(長)", "單位(寬)", "庫存單位", "計價單位"]) {
     stops(() => g.type(5, title, "一二三四"), "warning", "訊息", "最多只可輸入6個字!", title + " holds six bytes");
-    equal(g.cell(5, title), "一二三", "and keeps what fits");
+    equal(g.cell(5, title), "一二三", "and keeps what fits, though no list has it");
 }
-stops(() => { g.enter(7, "計價單位"); s.press("Esc"); s.type("M"); }, "warning", "警告", "前一列資料尚未輸入!", "rows are not skipped");
-stops(() => { g.enter(7, "計算公式"); s.click("scmdNum(1)"); }, "warning", "警告", "前一列資料尚未輸入!", "by the pad neither");
+const skipped = (title, doing) => stops(() => { g.enter(7, title); doing(); }, "warning", "警告", "前一列資料尚未輸入!", "rows are not skipped");
+skipped("計價單位", () => { s.press("Esc"); s.type("M"); });
+skipped("計算公式", () => s.click("scmdNum(1)"));
 equal(g.lineCount, 5, "no row came of it");
 
 // ---- the pad ----
 g.enter(5, "計算公式");
 check(s.visible("picCal"), "the pad comes with the formula");
-screenshot("out/formula_pad.png");
 const keys = ["0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "+", "-", "*", "/", ".", "寬", "長", "數量", "基重", "單價", "C", "高", ")", "("];
 const press = i => s.click("scmdNum(" + i + ")");
 let text = "";
@@ -78,30 +69,27 @@ g.enter(5, "計算公式");
 s.type("k*");
 press(19);
 equal(g.cell(5, "計算公式"), "K*單價", "typing is in capitals, and the pad goes on behind it");
-g.type(5, "計算公式", "1".repeat(255));
-stops(() => g.type(5, "計算公式", "1".repeat(256)), "warning", "訊息", "最多只可輸入255個字!", "a formula has its limit");
+const full = doing => stops(doing, "warning", "訊息", "最多只可輸入255個字!", "a formula has its limit");
+full(() => g.type(5, "計算公式", "1".repeat(256)));
 g.enter(5, "計算公式");
-stops(() => press(2), "warning", "訊息", "最多只可輸入255個字!", "for the pad too");
+full(() => press(2));
 equal(g.cell(5, "計算公式").length, 255, "it is full");
 
 // ---- saving ----
-g.type(5, "計算公式", "數量^單價");
-for (const title of ["單位(長)", "單位(寬)", "庫存單位"]) g.type(5, title, " ");
-g.type(5, "計價單位", "件");
-stops(() => s.press("F8"), "information", "儲存", Saved, "a formula is stored as typed, faults and all");
+fill(g, 5, { "計算公式": "數量^單價", "單位(長)": " ", "單位(寬)": " ", 庫存單位: " ", 計價單位: "件" });
+shows(() => s.press("F8"), [Saved], "a formula is stored as typed, faults and all");
 equal(stored("紙板"), board.concat([["", "", "", "件", "數量^單價", 5]]), "behind the others, its empty units empty");
 equal([stored("紙品"), stored("單位換算")], [paper, conversion], "other families stay");
-check(s.open && !s.modified, "the screen stays open");
 g.enter(2, "單位(長)");
 s.click("scmd刪除");
 equal([g.lineCount, g.cell(2, "單位(長)"), s.focused()], [4, "CM", "fml明細"], "a row is taken away");
-stops(() => s.toolbar("save"), "information", "儲存", Saved, "the key 儲存");
-check(s.open, "does not end the screen");
+shows(() => s.toolbar("save"), [Saved], "the key 儲存");
+check(s.open && !s.modified, "does not end the screen");
 equal(stored("紙板").map(r => [r[3], r[5]]), [["㎡", 1], ["㎡", 2], ["kg", 3], ["件", 4]], "the numbers close up");
 
 // Two rows that would be chosen alike.
 const good = stored("紙板");
-for (const [title, value] of [["單位(長)", "CM"], ["單位(寬)", "cm"], ["庫存單位", "pcs"], ["計價單位", "KG"], ["計算公式", "數量"]]) g.type(5, title, value);
+fill(g, 5, { "單位(長)": "CM", "單位(寬)": "cm", 庫存單位: "pcs", 計價單位: "KG", 計算公式: "數量" });
 stops(() => s.press("F8"), "critical", "儲存錯誤", "保存失敗，請檢查公式設置是否有重複項", "duplicates are refused");
 equal([stored("紙板"), g.lineCount, s.modified], [good, 5, true], "nothing is lost, the grid keeps its content");
 
@@ -111,30 +99,25 @@ equal([g.lineCount, g.cell(1, "計價單位"), s.modified], [paper.length, "令"
 s.choose("sopt類別(1)");
 equal(g.lineCount, 4, "and back to what is stored");
 s.choose("sopt類別(0)");
-while (g.lineCount > 0) { g.enter(1, "計算公式"); s.click("scmd刪除"); }
-check(!s.enabled("scmd刪除"), "with nothing left there is nothing to take away");
-stops(() => s.press("F8"), "information", "儲存", Saved, "an empty grid is saved");
+for (let i = 0; i < paper.length; ++i) {
+    g.enter(1, "計算公式");
+    s.click("scmd刪除");
+}
+check(g.lineCount === 0 && !s.enabled("scmd刪除"), "with nothing left there is nothing to take away");
+shows(() => s.press("F8"), [Saved], "an empty grid is saved");
 equal([stored("紙品"), stored("紙板"), stored("單位換算")], [[], good, conversion], "as no formula for paper");
 g.type(1, "計算公式", "單價");
-stops(() => s.press("F8"), "warning", "提示", "第1筆明細計價單位為必輸入項目!", "a formula alone is not enough");
 s.toolbar("exit");
 check(!s.open, "the way out asks nothing");
 
 // ---- a change reaches an order when its screen is started again ----
-const code = db.query("select top 1 浪紙代號 from 浪紙資料 where 單位='pcs' and 進料單位='㎡'")[0]["浪紙代號"];
-const price = w => {
-    w.set("txt廠商代號", "V001");
-    w.press("Enter");
-    const lines = w.grid("fml明細");
-    onWindow("frm原料輔助視窗_採購", p => p.press("Enter"));
-    lines.type(1, "代號", code);
-    for (const [title, value] of [["規格", "100*100"], ["單位", "㎡"], ["單價", "2"], ["大紙數", "10"]]) lines.type(1, title, value);
-    return lines.cell(1, "小計");
-};
-const running = launch({ function: "紙板採購作業", user: "採購甲" });
+const boardScreen = () => launch({ function: "紙板採購作業", user: "採購甲" });
+const running = boardScreen();
 s = launch({ function: "原料計價公式", user: "採購甲" });
 s.grid("fml明細").type(1, "計算公式", "長*寬*單價*數量/1000");
-onMessage("儲存", Saved);
-s.press("F8");
-equal(price(running), "20", "a screen that runs keeps its formulas");
-equal(price(launch({ function: "紙板採購作業", user: "採購甲" })), "200", "the next one has the new ones");
+shows(() => s.press("F8"), [Saved], "the change is saved");
+for (const [w, amount, what] of [[running, "20", "a screen that runs keeps its formulas"], [boardScreen(), "200", "the next one has the new ones"]]) {
+    item(w, 1, value("select top 1 浪紙代號 from 浪紙資料 where 單位='pcs' and 進料單位='㎡'"));
+    fill(w.grid("fml明細"), 1, { 規格: "100*100", 單位: "㎡", 單價: "2", 大紙數: "10" });
+    equal(w.grid("fml明細").cell(1, "小計"), amount, what);
+}

@@ -6,10 +6,10 @@ db.execute("update 浪紙資料 set 進價='" + P + "' where 浪紙代號 like '
 db.execute("update 物料資料 set 進價='" + Q + "' where 廠商代號='V013'");
 db.execute("update 凸版主料資料 set 進價='" + P + "'");
 db.execute("update 歷史單價記錄 set 單價='" + Q + "' where 廠商代號 in ('V001','V013','V038')");
-db.execute("insert into 採購計價公式 (單位1,單位2,基本單位,計價單位,公式,序,類別) values ('','','pcs','令','單價*數量*1+7531.9',9,'紙板')");
+insert("採購計價公式", { 單位1: "", 單位2: "", 基本單位: "pcs", 計價單位: "令", 公式: "單價*數量*1+7531.9", 序: 9, 類別: "紙板" });
 const orders = {};
 ["物料", "紙板", "凸版"].forEach(family => {
-    const n = db.query("select top 1 採購單號 from 採購資料 where 類別='" + family + "' and 審單='N' order by 製單時間 desc")[0]["採購單號"];
+    const n = value("select top 1 採購單號 from 採購資料 where 類別='" + family + "' and 審單='N' order by 製單時間 desc");
     orders[family] = n;
     db.execute("update 採購明細資料 set 單價='" + P + "',小計='" + Q + "',計價公式='計價公式: 3*" + P + "' where 採購單號='" + n + "'");
     db.execute("update 採購資料 set 合計='" + Q + "' where 採購單號='" + n + "'");
@@ -19,12 +19,9 @@ db.execute("update 原料入庫資料 set 合計='" + Q + "'");
 db.execute("update 物料資料 set 單價='" + P + "'");
 db.execute("update 浪紙資料 set 單價='" + Q + "'");
 db.execute("update 使用者明細 set 批審='√' where 使用者='採購乙'");
-const board = "KMKB-0", materials = db.query("select top 1 物料代號 from 物料資料 where 廠商代號='V013' order by 物料代號")[0]["物料代號"];
-const need = (n, family, code) => {
-    db.execute("insert into 原料申購資料 (申購單號,類別,申購日期,審單) values ('" + n + "','" + family + "','20250303','Y')");
-    db.execute("insert into 原料申購明細 (申購單號,序,原料代號,原料名稱,規格,數量,單位,已采購數) values ('" + n + "',1,'" + code + "','名','10*10','3','kg','0')");
-};
-need("2503039001", "紙板", "KMKB-01"); need("2503039002", "物料", materials); need("2503039003", "凸版", "P001");
+const material = value("select top 1 物料代號 from 物料資料 where 廠商代號='V013' order by 物料代號");
+[["2503039001", "紙板", "KMKB-01"], ["2503039002", "物料", material], ["2503039003", "凸版", "P001"]].forEach(([number, family, code]) =>
+    requisition(number, family, [{ 原料代號: code, 原料名稱: "名", 規格: "10*10", 數量: "3", 單位: "kg" }]));
 
 // Any way of writing a marker, and every amount that could come of it: three of them, and what the formulas make of those.
 const markers = [P, Q].concat([P, Q].map(x => String(Math.round(x * 30) / 10))).concat([P, Q].map(x => String(Math.round(x * 300) / 10000)));
@@ -34,44 +31,45 @@ const walk = user => {
     const found = {};
     const look = (place, texts) => { looked += texts.length; found[place] = (found[place] || []).concat(leaks(texts)); };
     const spoken = () => look("messages", messages().map(m => m.title + m.text));
-    [["物料採購作業", "物料", "V013", "2503039002", materials], ["紙板採購作業", "紙板", "V001", "2503039001", board], ["凸版採購作業", "凸版", "V038", "2503039003", "P0"]].forEach(([f, family, vendor, requisition, code]) => {
+    [["物料採購作業", "物料", "V013", "2503039002", material], ["紙板採購作業", "紙板", "V001", "2503039001", "KMKB-0"], ["凸版採購作業", "凸版", "V038", "2503039003", "P0"]].forEach(([f, family, from, needed, code]) => {
         const s = launch({ function: f, user });
         const g = s.grid("fml明細");
         const see = place => { look(place, s.visibleTexts()); look("status bar", [1, 2, 3, 4, 5, 6, 7, 8].map(i => s.status(i)).concat(s.notice())); spoken(); };
         // a new order, by each window
         onWindow("frm廠商輔助畫面", w => { look("vendor window", w.visibleTexts()); w.press("Enter"); });
-        s.type(vendor.slice(0, 3)); s.press("Enter");
-        s.set("txt廠商代號", vendor); s.press("Enter");
-        onWindow("frm業務輔助視窗", w => { look("buyer window", w.visibleTexts()); w.press("Esc"); });
-        s.set("txt業務員代號", "誰"); s.press("Enter"); s.set("txt業務員代號", "S01"); s.press("Enter");
+        vendor(s, from.slice(0, 3));
+        vendor(s, from);
+        onWindow("frm業務輔助視窗", w => look("buyer window", w.visibleTexts()));
+        enter(s, "txt業務員代號", "誰");
+        enter(s, "txt業務員代號", "S01");
         onWindow("frm採購輔助視窗_請購單", w => { look("requisition window", w.visibleTexts()); w.press("Enter"); });
-        s.set("txt申購單位", requisition); s.press("Enter");
+        enter(s, "txt申購單位", needed);
         see("requisition loaded");
         onWindow("frm原料輔助視窗_請購", w => { look("line window", w.visibleTexts()); w.press("Enter"); });
-        g.type(2, "申購單號", requisition);
+        g.type(2, "申購單號", needed);
         onWindow("frm原料輔助視窗_採購", w => { look("item window", w.visibleTexts()); w.click("opt排序(1)"); look("item window", w.visibleTexts()); w.press("Enter"); });
         g.type(3, "代號", code);
         g.type(3, "大紙數", "3");
         if (family !== "物料") {
             onWindow("frm工單輔助視窗_採購", w => { look("work order window", w.visibleTexts()); w.press("Enter"); });
-            g.enter(4, "工單單號"); s.press("F9");
+            g.key(4, "工單單號", "F9");
             g.enter(3, "單位"); if (family === "紙板") { g.pick("令"); } else s.press("Esc");
         }
         see("new order");
         [1, 2, 3].forEach(r => ["單價", "小計", "備註"].forEach(t => { g.enter(r, t); see("cell " + t); }));
         // The history of prices opens for who may see them only.
         if (family !== "物料") {
-            if (user === "admin") onWindow("frm歷史單價明細_採購", w => { look("price history", w.visibleTexts()); w.press("Esc"); });
+            if (user === "admin") onWindow("frm歷史單價明細_採購", w => look("price history", w.visibleTexts()));
             g.doubleClick(4, "單價"); see("price history");
         }
         look("clipboard", [g.copy(1, "申購單號", g.lineCount, "備註"), g.copy(3, "單價", 3, "小計"), clipboard()]);
         g.enter(3, "單價"); s.press("F7"); spoken();
         // a stored one
-        s.set("txt速查單號", orders[family]); s.press("Enter");
+        find(s, orders[family]);
         see("stored order");
         g.enter(1, "小計"); see("cell 小計");
         look("clipboard", [g.copy(1, "代號", g.lineCount, "未交數")]);
-        onWindow("*", w => { look("change history", w.visibleTexts()); w.press("Esc"); });
+        onWindow("*", w => look("change history", w.visibleTexts()));
         s.panel(8);
         s.press("PageUp"); see("stored order"); s.press("PageDown");
         // the search page, by all its conditions
@@ -93,8 +91,8 @@ const walk = user => {
     const r = launch({ function: "資材申購作業", user });
     ["紙板", "物料"].forEach(family => {
         r.choose("Cbo類別", family);
-        onWindow("frm原料輔助視窗_申購", w => { look("requisition's item window", w.visibleTexts()); w.press("Esc"); });
-        r.grid("fml明細").enter(1, "原料代號"); r.press("F9");
+        onWindow("frm原料輔助視窗_申購", w => look("requisition's item window", w.visibleTexts()));
+        r.grid("fml明細").key(1, "原料代號", "F9");
     });
     look("requisition", r.visibleTexts());
     r.close();
@@ -123,8 +121,8 @@ equal(Object.keys(hidden), Object.keys(seen), "both went the same way");
 // ---- masked, entered, edited, saved: the real prices go through
 const s = launch({ function: "紙板採購作業", user: "採購乙" });
 const g = s.grid("fml明細");
-equal([s.locked("cbo幣別"), s.get("txt合計"), s.get("lbl合計金額")], [true, "******", "******"], "currency locked, total masked");
-s.type("V001"); s.press("Enter");
+equal([s.locked("cbo幣別"), s.locked("txt合計"), s.get("txt合計"), s.get("lbl合計金額")], [true, true, "******", "******"], "currency and total are locked, the total is masked");
+vendor(s, "V001");
 equal(s.get("cbo幣別"), "台幣", "the vendor's currency all the same");
 onWindow("frm原料輔助視窗_採購", w => {
     const list = w.grid("MSHFlexGrid1");
@@ -132,29 +130,30 @@ onWindow("frm原料輔助視窗_採購", w => {
     w.press("Enter");
 });
 g.type(1, "代號", "KMKC-01");
-g.type(1, "規格", "100*50"); g.type(1, "大紙數", "40"); g.type(1, "剖切尺寸", "50*50");
-equal(["單價", "小計", "原單價", "原小計"].map(t => g.cell(1, t)), ["******", "******", P, String(0.5 * 40 * P)], "masked in sight, real behind");
+fill(g, 1, { 規格: "100*50", 大紙數: "40", 剖切尺寸: "50*50" });
+equal(cells(g, 1, "單價", "小計", "原單價", "原小計"), ["******", "******", P, String(0.5 * 40 * P)], "masked in sight, real behind");
 g.enter(1, "小計");
 equal(s.status(6), "計價公式: ******", "the formula's text too");
-onMessage("提示", "您還沒有權限進行這項操作,請咨詢管理員!");
-g.type(1, "單價", "1");
-equal([g.cell(1, "單價"), g.cell(1, "原單價")], ["******", P], "nor may it be typed");
-const master = db.query("select 進價 from 浪紙資料 where 浪紙代號='KMKC-01'")[0]["進價"], history = db.query("select count(*) as n from 歷史單價記錄")[0].n;
+const denied = [["warning", "提示", "您還沒有權限進行這項操作,請咨詢管理員!"]];
+shows(() => g.type(1, "單價", "1"), denied, "a price cannot be typed");
+shows(() => { g.enter(1, "單價"); s.press("Backspace"); s.press("Del"); s.press("Enter"); }, denied, "nor wiped out");
+for (const [text, red] of [["******", false], ["5", true]]) {
+    g.paste(1, "單價", text);
+    equal([cells(g, 1, "單價", "原單價"), g.colour(1, "單價") === "#ffd6d6"], [["******", P], red], "pasted over: " + text);
+}
+const master = value("select 進價 from 浪紙資料 where 浪紙代號='KMKC-01'"), history = count("歷史單價記錄", "1=1");
 s.press("F8");
 const n = s.get("txt採購單號");
-const stored = () => db.query("select 數量,單價,小計,計價公式 from 採購明細資料 where 採購單號='" + n + "' order by 序").map(l => [l["數量"], l["單價"], l["小計"], l["計價公式"]]);
-const total = () => db.query("select 合計 from 採購資料 where 採購單號='" + n + "'")[0]["合計"];
-equal([stored(), total()], [[["40", P, String(0.5 * 40 * P), "計價公式: 100*50*" + P + "*40/10000"]], String(0.5 * 40 * P)], "real figures in the tables");
-equal([db.query("select 進價 from 浪紙資料 where 浪紙代號='KMKC-01'")[0]["進價"], db.query("select count(*) as n from 歷史單價記錄")[0].n], [master, history], "no price goes back to the item");
-g.type(1, "大紙數", "10");
-onMessage("詢問", "確定更新此筆資料?", "yes"); s.press("F8");
-equal([stored(), total(), s.get("txt合計"), s.get("txt合計備用")], [[["10", P, String(0.5 * 10 * P), "計價公式: 100*50*" + P + "*10/10000"]], String(0.5 * 10 * P), "******", String(0.5 * 10 * P)], "a changed quantity at the real price");
-g.type(1, "備註", "只改備註");
-onMessage("詢問", "確定更新此筆資料?", "yes"); s.press("F8");
-equal([stored()[0][1], total()], [P, String(0.5 * 10 * P)], "and nothing lost by a change of the remark");
-// Copying masked cells over themselves changes nothing.
-g.paste(1, "單價", "******");
-equal([g.cell(1, "單價"), g.cell(1, "原單價")], ["******", P], "asterisks are no price");
-g.paste(1, "單價", "5");
-equal([g.cell(1, "單價"), g.cell(1, "原單價"), g.colour(1, "單價")], ["******", P, "#ffd6d6"], "a pasted price is refused");
-screenshot("out/no_amount.png");
+const saved = (quantity, what) => {
+    const amount = String(0.5 * quantity * P);
+    equal(db.query("select 數量,單價,小計,計價公式 from 採購明細資料 where 採購單號='" + n + "'").map(l => Object.values(l)),
+        [[String(quantity), P, amount, "計價公式: 100*50*" + P + "*" + quantity + "/10000"]], what);
+    equal([value("select 合計 from 採購資料 where 採購單號='" + n + "'"), s.get("txt合計"), s.get("txt合計備用")], [amount, "******", amount], "with the total");
+};
+saved(40, "real figures in the tables");
+equal([value("select 進價 from 浪紙資料 where 浪紙代號='KMKC-01'"), count("歷史單價記錄", "1=1")], [master, history], "no price goes back to the item");
+for (const [title, text, what] of [["大紙數", "10", "a changed quantity at the real price"], ["備註", "只改備註", "nothing lost by a change of the remark"]]) {
+    g.type(1, title, text);
+    save(s);
+    saved(10, what);
+}

@@ -1,162 +1,161 @@
-// What a line costs: formulas and how they are chosen, rounding, sheet counts, where a price comes from and where it goes, stock figures.
+// What a line costs on its screen: formulas, sheet counts, where a price comes from, in which currency, and where it goes; stock figures.
 clock("2025-03-03 08:30:00");
-const formula = (u1, u2, unit, text) => db.execute("insert into 採購計價公式 (單位1,單位2,基本單位,計價單位,公式,序,類別) values ('" + [u1, u2, "pcs", unit, text].join("','") + "',9,'紙板')");
+insert("採購計價公式", { 單位1: "", 單位2: "", 基本單位: "pcs", 計價單位: "令", 公式: "長*寬*單價*數量/(長-寬)", 序: 9, 類別: "紙板" });
 db.execute("update 採購計價公式 set 公式='長*寬*單價*數量/20000' where 類別='紙板' and 單位1='CM' and 計價單位='㎡'");
-formula("", "", "卷", "數量*單價*2");
-formula("", "", "令", "長*寬*單價*數量/(長-寬)");
-formula("", "", "桶", "長^2*單價*數量");
-formula("", "", "片", "單價*數量*1..5");
-formula("", "", "個", " 單價 * 數量 * 0.5 ");
-db.execute("update 浪紙資料 set 安全庫存='' where 浪紙代號='KMKC-02'");
-const board = code => db.query("select * from 浪紙資料 where 浪紙代號='" + code + "'")[0];
-const history = code => db.query("select count(*) as n from 歷史單價記錄 where 貨品代號='" + code + "'")[0].n;
+const board = code => one("select * from 浪紙資料 where 浪紙代號='" + code + "'");
+const history = code => count("歷史單價記錄", "貨品代號='" + code + "'");
+const past = (family, code, bought, date, price, currency) =>
+    insert("歷史單價記錄", { 類別: family, 貨品代號: code, 添加日期: date, 單價: price, 幣別: currency, 廠商代號: bought });
 
 const s = launch({ function: "紙板採購作業", user: "採購甲" });
 const g = s.grid("fml明細");
-s.type("V001"); s.press("Enter");
-let row = 0;
-const item = code => { onWindow("frm原料輔助視窗_採購", w => w.press("Enter")); g.type(++row, "代號", code); };
-const unit = u => { g.enter(row, "單位"); if (g.cell(row, "單位") !== u) g.pick(u); else s.press("Esc"); };
-const of = (...titles) => titles.map(t => g.cell(row, t));
+vendor(s, "V001");
+const unit = (row, u) => {
+    g.enter(row, "單位");
+    if (g.cell(row, "單位") !== u) g.pick(u); else s.press("Esc");
+};
 
-// ---- one line through the formulas
-item("KMKB-01"); g.type(row, "大紙數", "100"); g.type(row, "單價", "10");
-[["120*90", "㎡", "1080", "計價公式: 120*90*10*100/10000"],
+// ---- one line through the formulas ----
+item(s, 1, "KMKB-01");
+fill(g, 1, { 大紙數: "100", 單價: "10" });
+[[" 12.5 * 9.25 ", "㎡", "11.56", "計價公式: 12.5*9.25*10*100/10000"],
  ["120CM*90cm", "㎡", "540", "計價公式: 120*90*10*100/20000"],
- ["120x90", "㎡", "1080", "計價公式: 120*90*10*100/10000"],
- ["120﹡90", "㎡", "1080", "計價公式: 120*90*10*100/10000"],
- ["120Ｘ90", "㎡", "1080", "計價公式: 120*90*10*100/10000"],
- [" 12.5 * 9.25 ", "㎡", "11.56", "計價公式: 12.5*9.25*10*100/10000"],
- ["1.2.3*2", "㎡", "0.24", "計價公式: 1.2*2*10*100/10000"],
- ["120X90", "㎡", "1000", "無計價公式以單價*數量計算 100*10"],
- ["120CM*90", "㎡", "1000", "無計價公式以單價*數量計算 100*10"],
- ["120-90", "㎡", "1000", "無計價公式以單價*數量計算 100*10"],
  ["120*90", "kg", "594", "計價公式: 120*90*550*10*100/10000000"],
- ["120*90", "卷", "2000", "計價公式: 100*10*2"],
- ["120*90", "個", "500", "計價公式: 10*100*0.5"],
- ["120*90", "pcs", "1000", "無計價公式以單價*數量計算 100*10"],
- ["120*90", "桶", "1000", "無計價公式以單價*數量計算 100*10"],
- ["120*90", "片", "1000", "無計價公式以單價*數量計算 100*10"]].forEach(([size, u, amount, text]) => {
+ ["120*90", "pcs", "1000", "無計價公式以單價*數量計算 100*10"]].forEach(([size, u, amount, text]) => {
     // A new size counts when unit, price or quantity come next.
-    g.type(row, "規格", size);
-    unit(u === "pcs" ? "kg" : "pcs");
-    unit(u);
-    equal(of("小計", "計價公式"), [amount, text], size + " by " + u);
+    g.type(1, "規格", size);
+    unit(1, u === "pcs" ? "kg" : "pcs");
+    unit(1, u);
+    equal(cells(g, 1, "小計", "計價公式"), [amount, text], size + " by " + u);
 });
-g.enter(row, "小計");
+g.enter(1, "小計");
 equal(s.status(6), "無計價公式以單價*數量計算 100*10", "the status bar tells how the amount came about");
-g.enter(row, "備註");
+g.enter(1, "備註");
 equal(s.status(6), "", "on the amount only");
 
-// ---- a formula that cannot be computed
-g.type(row, "規格", "90*90");
-unit("pcs");
+// ---- a formula that cannot be computed ----
+g.type(1, "規格", "90*90");
 onMessage("計算", "單價公式預設不正確！請處新設置！");
-unit("令");
-equal([g.cell(row, "小計"), g.cell(row, "計價公式"), g.colour(row, "小計"), s.get("txt合計")], ["1000", "計價公式: 90*90*10*100/(90-90)", "#ffd6d6", "1000"], "told; amount and total stay, the cell is red");
-unit("㎡");
-equal(of("小計"), ["810"], "another unit, another formula");
-check(g.colour(row, "小計") !== "#ffd6d6", "no longer red");
+unit(1, "令");
+equal([cells(g, 1, "小計", "計價公式"), g.colour(1, "小計"), s.get("txt合計")], [["1000", "計價公式: 90*90*10*100/(90-90)"], "#ffd6d6", "1000"],
+    "told; amount and total stay, the cell is red");
+unit(1, "㎡");
+equal(g.cell(1, "小計"), "810", "another unit, another formula");
+check(g.colour(1, "小計") !== "#ffd6d6", "no longer red");
+unit(1, "pcs");
+fill(g, 1, { 大紙數: "-1", 單價: "1.00505" });
+equal([cells(g, 1, "單價", "小計"), s.get("txt合計"), s.get("lbl合計金額")], [["1.0051", "-1.01"], "-1.01", "-1.01"], "a price is rounded, and then its amount");
 
-// ---- rounding: half away from zero, on the decimal text
-unit("pcs");
-[["1", "1.00505", "1.0051", "1.01"], ["1", "1.005", "1.005", "1.01"], ["1", "0.125", "0.125", "0.13"], ["-1", "0.125", "0.125", "-0.13"], ["3", "0.335", "0.335", "1.01"],
- ["0.00005", "1000", "1000", "0.1"], ["2", "0", "0", "0"], ["7", "-2.5", "-2.5", "-17.5"]].forEach(([quantity, price, shown, amount]) => {
-    g.type(row, "大紙數", quantity); g.type(row, "單價", price);
-    equal(of("單價", "小計"), [shown, amount], quantity + " at " + price);
+// ---- sheets: from the first numbers of both sizes; the amount is another matter ----
+g.type(1, "大紙數", "20");
+const amount = g.cell(1, "小計");
+[["40*30", "3", "60", false], ["約40", "120", "2400", true]].forEach(([cut, across, small, red]) => {
+    fill(g, 1, { 規格: "120*90", 剖切尺寸: cut });
+    equal([cells(g, 1, "走紙才", "小紙數"), g.colour(1, "走紙才") === "#ffd6d6"], [[across, small], red], "120*90 by " + cut);
 });
-item("KMKB-02"); unit("pcs"); g.type(row, "大紙數", "1"); g.type(row, "單價", "0.005");
-item("KMKB-03"); unit("pcs"); g.type(row, "大紙數", "1"); g.type(row, "單價", "0.005");
-equal([s.get("txt合計"), s.get("lbl合計金額")], ["-17.48", "-17.48"], "the total adds rounded amounts");
+equal(s.notice(), "第1行剖切尺寸沒有數字,走紙才以 120 計", "a cut that does not begin with a number is red, and said in the status bar");
+g.type(1, "走紙才", "5");
+equal(cells(g, 1, "走紙才", "小紙數", "小計"), ["5", "100", amount], "typed by hand: small sheets follow, the amount does not");
+g.type(1, "大紙數", "30");
+equal(cells(g, 1, "走紙才", "小紙數"), ["5", "150"], "and they follow the quantity");
 
-// ---- sheets: from the first numbers of both sizes; the amount is another matter
-const sheets = (size, cut) => { g.type(row, "規格", size); g.type(row, "剖切尺寸", cut); return of("走紙才", "小紙數").concat(g.colour(row, "走紙才") === "#ffd6d6"); };
-g.type(row, "大紙數", "20");
-const amount = g.cell(row, "小計");
-equal(sheets("120*90", "40*30"), ["3", "60", false], "120 by 40");
-equal(sheets("119.9CM*9", "40"), ["2", "40", false], "119.9 by 40");
-equal(sheets("30*20", "40*30"), ["1", "20", false], "never none");
-equal(sheets("120*90", "0.5*30"), ["120", "2400", false], "a cut below 1 counts as 1");
-equal(sheets("120*90", "約40"), ["120", "2400", true], "a cut that does not begin with a number: red");
-equal(s.notice(), "第3行剖切尺寸沒有數字,走紙才以 120 計", "and said in the status bar");
-equal(sheets("寬120*90", "40*30"), ["1", "20", false], "a size that does not begin with a number counts 1");
-g.type(row, "走紙才", "5");
-equal(of("走紙才", "小紙數", "小計"), ["5", "100", amount], "typed by hand: small sheets follow, the amount does not");
-g.type(row, "大紙數", "30");
-equal(of("走紙才", "小紙數"), ["5", "150"], "and they follow the quantity");
-onMessage("訊息", "最多只可輸入40個字!"); g.type(row, "規格", "1".repeat(45)); g.type(row, "規格", "120*90");
-onMessage("訊息", "最多只可輸入4個字!"); g.type(row, "走紙才", "12345");
-equal(of("走紙才", "小紙數"), ["1234", "37020"], "four digits");
+// ---- where a price comes from: this vendor's latest, else the master's ----
+g.enter(1, "代號");
+s.click("scmd刪除");
+db.execute("delete from 歷史單價記錄 where 貨品代號 in ('KMKB-01','KMKB-03')");
+past("紙板", "KMKB-01", "V001", "20250101", "11", "台幣");
+past("紙板", "KMKB-01", "V001", "20250201", "12", "台幣");
+past("紙板", "KMKB-03", "V002", "20250201", "77", "台幣");
+["KMKB-01", "KMKB-03", "KMKC-01"].forEach((code, i) => {
+    item(s, i + 1, code);
+    fill(g, i + 1, { 規格: "10*10", 大紙數: "10" });
+});
+equal(column(g, "單價"), ["12", board("KMKB-03")["進價"], board("KMKC-01")["進價"]], "the latest of this vendor; what others ask does not count");
 
-// ---- where a price comes from: this vendor's latest, else the master's
-while (g.lineCount > 0) { g.enter(1, "代號"); s.click("scmd刪除"); }
-row = 0;
-db.execute("delete from 歷史單價記錄 where 貨品代號 in ('KMKB-01','KMKB-02','KMKB-03')");
-const past = (code, vendor, date, price) => db.execute("insert into 歷史單價記錄 (類別,貨品代號,添加日期,單價,幣別,廠商代號) values ('紙板','" + [code, date, price, "台幣", vendor].join("','") + "')");
-past("KMKB-01", "V001", "20250101", "11"); past("KMKB-01", "V001", "20250201", "12"); past("KMKB-01", "V002", "20250301", "99");
-past("KMKB-02", "V001", "20250201", "0"); past("KMKB-03", "V002", "20250201", "77");
-item("KMKB-01"); equal(of("單價"), ["12"], "the latest of this vendor");
-item("KMKB-02"); equal(of("單價"), [board("KMKB-02")["進價"]], "a price of nothing does not count");
-item("KMKB-03"); equal(of("單價"), [board("KMKB-03")["進價"]], "what others ask does not count");
-
-// ---- where a saved price goes: all boards of the name, and the history of each
-["KMKB-01", "KMKB-02", "KMKB-03"].forEach((c, i) => { row = i + 1; g.type(row, "規格", "10*10"); g.type(row, "大紙數", "10"); });
-row = 1; unit("kg"); g.type(1, "單價", "25.5"); g.type(2, "單價", "0"); g.enter(3, "代號"); s.click("scmd刪除");
-row = 2; item("KMKC-01"); g.type(3, "大紙數", "10");
+// ---- where a saved price goes: all boards of the name, and the history of each ----
+unit(1, "kg");
+g.type(1, "單價", "25.5");
+g.type(2, "單價", "0");
 const names = ["KMKB-01", "KMKB-02", "KMKB-03", "KMKB-04", "KMKB-05"], was = names.map(history), other = history("KMKC-01");
-equal(g.cell(3, "單價"), board("KMKC-01")["進價"], "the third line is at the master's price");
 s.press("F8");
-const n = s.get("txt採購單號");
+const number = s.get("txt採購單號");
 equal(names.map(c => [board(c)["進價"], board(c)["進料單位"], board(c)["幣別"]]), names.map(() => ["25.5", "kg", "台幣"]), "all boards of the name");
 equal(names.map(history), was.map(x => x + 1), "a row of history for each");
-const told = db.query("select * from 歷史單價記錄 where 貨品代號='KMKB-05' order by 添加日期 desc")[0];
-equal(["類別", "貨品代號", "添加日期", "單價", "數量", "幣別", "廠商代號", "廠商簡稱", "作業員"].map(c => told[c]), ["紙板", "KMKB-05", "20250303", "25.5", "10", "台幣", "V001", "岱峻紙板", "採購甲"], "as written");
+equal(one("select top 1 類別,添加日期,單價,數量,幣別,廠商代號,廠商簡稱,作業員 from 歷史單價記錄 where 貨品代號='KMKB-05' order by 添加日期 desc"),
+    { 類別: "紙板", 添加日期: "20250303", 單價: "25.5", 數量: "10", 幣別: "台幣", 廠商代號: "V001", 廠商簡稱: "岱峻紙板", 作業員: "採購甲" }, "as written");
 equal(history("KMKC-01"), other, "a price that the master has already tells nothing new, nor does a price of nothing");
-const save = () => { onMessage("詢問", "確定更新此筆資料?", "yes"); s.press("F8"); };
 db.execute("update 浪紙資料 set 進價='26' where 浪紙名稱='KMK550B'");
-g.type(1, "備註", "再存"); save();
-equal([board("KMKB-01")["進價"], names.map(history)], ["26", was.map(x => x + 1)], "saved again as it stands: the newer price of the master stays");
-g.type(1, "單價", "27"); save();
-equal([board("KMKB-04")["進價"], history("KMKB-04")], ["27", was[3] + 2], "a new price goes back again");
-row = 1; unit("㎡"); save();
-equal([board("KMKB-04")["進料單位"], history("KMKB-04")], ["kg", was[3] + 2], "a new unit at the price of the master does not");
-s.choose("cbo幣別", "美金"); save();
-equal([board("KMKB-02")["進料單位"], board("KMKB-02")["幣別"], history("KMKB-02")], ["㎡", "美金", was[1] + 3], "a new currency does");
-
-// ---- stock figures of the line under the cursor
-const sum = sql => Number(db.query(sql)[0].v || 0);
-const figures = code => {
-    const asked = sum("select sum(cast(b.數量 as float)-cast(b.已采購數 as float)) as v from 原料申購資料 a inner join 原料申購明細 b on a.申購單號=b.申購單號 where a.類別='紙板' and b.原料代號='" + code + "'");
-    const issuing = sum("select sum(cast(b.實領數 as float)) as v from 原料領料資料 a inner join 原料領料明細 b on a.領料單號=b.領料單號 where a.類別='紙板' and (a.審單 is null or a.審單<>'Y') and b.原料代號='" + code + "'");
-    const coming = sum("select sum(cast(b.數量 as float)-cast(b.已入庫數 as float)) as v from 採購資料 a inner join 採購明細資料 b on a.採購單號=b.採購單號 where a.類別='紙板' and b.原料代號='" + code + "'");
-    const stock = Number(board(code)["庫存"]), safe = Number(board(code)["安全庫存"] || 0);
-    return { stock, safe, issuing, coming, asked, free: Math.round(stock) + Math.round(coming) - Math.round(issuing) - Math.round(safe) };
+const goesBack = (price, unitOf, currency, rows, what) => {
+    save(s);
+    const b = board("KMKB-04");
+    equal([b["進價"], b["進料單位"], b["幣別"], history("KMKB-04") - was[3]], [price, unitOf, currency, rows], what);
 };
-const panel = () => ["lbl實際庫存", "lbl安全庫存", "lbl在單量", "LBL在產量", "Lbl可用庫存"].map(c => s.get(c));
-const amountText = x => rule.formatAmount(rule.numberText(x));
-[1, 2].forEach(r => {
-    g.enter(r, "備註");
-    const f = figures(g.cell(r, "代號"));
-    equal(panel(), [amountText(f.stock) + " pcs", amountText(f.safe), amountText(f.coming), amountText(f.issuing), f.free > 0 ? amountText(f.free) : "無"], "figures of line " + r);
+g.type(1, "備註", "再存");
+goesBack("26", "kg", "台幣", 1, "saved again as it stands: the newer price of the master stays");
+g.type(1, "單價", "27");
+goesBack("27", "kg", "台幣", 2, "a new price goes back again");
+unit(1, "㎡");
+goesBack("27", "kg", "台幣", 2, "a new unit at the price of the master does not");
+s.choose("cbo幣別", "美金");
+goesBack("27", "㎡", "美金", 3, "a new currency does");
+
+// ---- stock figures of the line under the cursor, and the company's formula ----
+db.execute("delete from 採購明細資料 where 原料代號='KMKB-05'");
+db.execute("update 浪紙資料 set 庫存='1234.5',安全庫存='100' where 浪紙代號='KMKB-05'");
+db.execute("update 浪紙資料 set 庫存='-99999',安全庫存='' where 浪紙代號='KMKC-03'");
+for (const table of ["原料申購明細", "原料領料明細"]) db.execute("delete from " + table + " where 原料代號='KMKB-05'");
+requisition("2503030001", "紙板", [{ 原料代號: "KMKB-05", 數量: "50", 已采購數: "20" }]);
+[["N", "7"], ["Y", "900"]].forEach(([mark, quantity]) => {
+    insert("原料領料資料", { 領料單號: "L" + mark, 類別: "紙板", 審單: mark });
+    insert("原料領料明細", { 領料單號: "L" + mark, 序: 1, 原料代號: "KMKB-05", 實領數: quantity });
 });
-row = g.lineCount; item("KMKC-02");
-equal(s.get("lbl安全庫存"), "未設置", "no safety stock set");
-db.execute("update 浪紙資料 set 庫存='-99999' where 浪紙代號='KMKC-03'");
-item("KMKC-03");
-equal(s.get("Lbl可用庫存"), "無", "nothing free");
-g.enter(row + 1, "備註");
+db.execute("update 採購明細資料 set 原料代號='KMKB-05',數量='40',已入庫數='30' where 採購單號='" + number + "' and 序=1");
+const looks = (text, others = []) => {
+    db.execute("update 公司基本資料 set 公式1='" + text + "'");
+    const w = launch({ function: "紙板採購作業", user: "主管甲" });
+    shows(() => find(w, number), others, "the formula '" + text + "'");
+    return w;
+};
+const usual = looks("實際庫存+在單量-在領量-安全庫存");
+equal(["lbl實際庫存", "lbl安全庫存", "lbl在單量", "LBL在產量", "Lbl可用庫存"].map(c => usual.get(c)), ["1,234.5 pcs", "100", "10", "7", "1,138"], "figures of an item");
+equal(looks("實際庫存 * 2 + 申購量").get("Lbl可用庫存"), "2,500", "other words, blanks and all");
+equal(looks("實際庫存+(", [["warning", "提示", "公式設置有問題，可用庫存已設為0"]]).get("Lbl可用庫存"), "無", "a faulty one is said, and counts nothing");
+equal(looks("").get("Lbl可用庫存"), "無", "none");
+item(s, 4, "KMKC-03");
+equal([s.get("lbl安全庫存"), s.get("Lbl可用庫存")], ["未設置", "無"], "no safety stock set, nothing free");
+g.enter(5, "備註");
 check(!s.visible("pic產品視窗"), "no figures without an item");
 
-// ---- the company's formula
-const available = text => {
-    db.execute("update 公司基本資料 set 公式1='" + text + "'");
-    const t = launch({ function: "紙板採購作業", user: "主管甲" });
-    t.set("txt速查單號", n);
-    if (text.indexOf("(") >= 0) onMessage("提示", "公式設置有問題，可用庫存已設為0");
-    t.press("Enter");
-    return t.get("Lbl可用庫存");
-};
-const f = figures("KMKB-01");
-equal(available("實際庫存 * 2 + 申購量"), amountText(2 * Math.round(f.stock) + Math.round(f.asked)), "its words, blanks and all");
-equal(available("實際庫存+("), "無", "a faulty one is said, and counts nothing");
-equal(available(""), "無", "none");
+// ---- prices come into the document's currency, at the document's date ----
+insert("物料資料", { 物料代號: "QU1", 物料名稱: "QU1", 規格: "1", 進價: "10", 幣別: "美金", 單位: "kg", 進料單位: "kg" },
+    { 物料代號: "QT1", 物料名稱: "QT1", 規格: "1", 進價: "10", 幣別: "台幣", 單位: "kg", 進料單位: "kg" });
+past("物料", "QT1", "V013", "20240901", "2", "港幣");
+const rate = (currency, date) => Number(value("select top 1 匯率 from 匯率修改記錄 where 幣別='" + currency + "' and 修改日期<'" + date + "' order by 修改日期 desc"));
+check(rate("美金", "20241001") !== rate("美金", "20241002"), "the dollar's rate changed on the first of October");
+const shown = x => rule.numberText(Number(rule.format(x, "0.000000")));
+const m = launch({ function: "物料採購作業", user: "採購甲" });
+const lines = m.grid("fml明細");
+vendor(m, "V013");
+[["QU1", "台幣", "20241001", shown(10 * rate("美金", "20241001")), "a change on the day itself does not count yet"],
+ ["QU1", "台幣", "20241002", shown(10 * rate("美金", "20241002")), "the day after it does"],
+ ["QU1", "港幣", "20241002", shown(10 * rate("美金", "20241002") / 4.17), "into another currency at its rate of today"],
+ ["QT1", "台幣", "20250303", shown(2 * rate("港幣", "20250303")), "the vendor's last price, from the currency it was paid in"]].forEach(([code, currency, date, price, what], i) => {
+    m.choose("cbo幣別", currency);
+    m.set("txt採購日期", date);
+    item(m, i + 1, code);
+    equal(lines.cell(i + 1, "單價"), price, what);
+});
+requisition("2503030009", "物料", [["QU1", "4"], ["QT1", "5"], ["沒有", "5"]].map(([code, n]) => ({ 原料代號: code, 原料名稱: code, 規格: "1", 數量: n, 單位: "kg" })));
+const expected = [shown(10 * rate("美金", "20241001")), shown(2 * rate("港幣", "20241001")), "0"];
+m.choose("cbo幣別", "台幣");
+m.set("txt採購日期", "20241001");
+["Enter", "button"].forEach(way => {
+    pick("frm採購輔助視窗_請購單");
+    m.set("txt申購單位", "2503030009");
+    if (way === "Enter") m.press("Enter"); else m.click("sscmd申購單位");
+    equal([column(lines, "代號"), column(lines, "單價")], [["QU1", "QT1", "沒有"], expected], "a requisition's prices converted, loaded by " + way);
+});
+const total = Number(rule.format(4 * expected[0], "0.00")) + Number(rule.format(5 * expected[1], "0.00"));
+equal(m.get("txt合計"), rule.numberText(Number(rule.format(total, "0.00"))), "and the total with them");
+m.press("F8");
+equal(values("select 單價 from 採購明細資料 where 採購單號='" + m.get("txt採購單號") + "' order by 序"), expected, "stored with all their decimals");

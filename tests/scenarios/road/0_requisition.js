@@ -6,15 +6,12 @@ need.choose("Cbo類別", "物料");
 need.choose("Cbo請購原因", "安全庫存補充");
 need.choose("Cbo庫別", "物料倉");
 need.set("txt需求日期", "20250320");
-const wanted = db.query("select top 2 物料代號 from 物料資料 where 廠商代號='V013' order by 物料代號").map(r => r["物料代號"]);
+const wanted = values("select top 2 物料代號 from 物料資料 where 廠商代號='V013' order by 物料代號");
 need.press("F6");
 const lines = need.grid("fml明細");
-wanted.forEach((code, i) => {
-    lines.type(i + 1, "原料代號", code);
-    lines.type(i + 1, "數量", String(10 * (i + 1)));
-});
+wanted.forEach((code, i) => fill(lines, i + 1, { 原料代號: code, 數量: String(10 * (i + 1)) }));
 lines.type(1, "用途說明", "安全庫存補料");
-onWindow("frm片語輔助視窗", w => w.press("Enter"));
+pick("frm片語輔助視窗");
 need.click("scmd申購單位");
 equal(lines.lineCount, 2, "two lines");
 lines.enter(2, "數量");
@@ -23,15 +20,12 @@ const requisition = need.get("txt申購單號");
 equal([need.mode, requisition.slice(0, 6)], ["修改", "250303"], "the requisition has its number");
 lines.enter(1, "數量");
 screenshot("out/01_requisition.png");
-onWindow("frm單據審核", w => w.click("scmd確定"));
-onMessage("詢問", "操作成功,是否立即儲存?", "yes");
-need.toolbar("審單");
+approve(need);
 check(need.visible("pic審單"), "and is approved");
 
 // The buyer orders what is open of it, in the cell 申購單號.
 const buy = launch({ function: "物料採購作業", user: "主管甲" });
-buy.type("V013");
-buy.press("Enter");
+vendor(buy, "V013");
 buy.press("F6");
 onWindow("frm原料輔助視窗_請購", w => {
     const open = w.grid("MSHFlexGrid1");
@@ -45,9 +39,6 @@ equal([ordered.lineCount, ordered.cell(1, "代號")], [2, wanted[0]], "both line
 ordered.enter(1, "大紙數");
 screenshot("out/03_order_from_requisition.png");
 buy.press("F8");
-equal(db.query("select cast(數量 as float)-cast(已采購數 as float) as 未采購 from 原料申購明細 where 申購單號='" + requisition + "'").map(r => Number(r["未采購"])), [0, 0],
-    "nothing of the need is left open");
-onWindow("frm單據審核", w => w.click("scmd確定"));
-onMessage("詢問", "操作成功,是否立即儲存?", "yes");
-buy.toolbar("審單");
+equal(count("原料申購明細", "申購單號='" + requisition + "' and cast(數量 as float)=cast(已采購數 as float)"), 2, "nothing of the need is left open");
+approve(buy);
 check(buy.visible("pic審單"), "the order may be received");
