@@ -4,8 +4,7 @@ insert("採購計價公式", { 單位1: "", 單位2: "", 基本單位: "pcs", �
 db.execute("update 採購計價公式 set 公式='長*寬*單價*數量/20000' where 類別='紙板' and 單位1='CM' and 計價單位='㎡'");
 const board = code => one("select * from 浪紙資料 where 浪紙代號='" + code + "'");
 const history = code => count("歷史單價記錄", "貨品代號='" + code + "'");
-const past = (family, code, bought, date, price, currency) =>
-    insert("歷史單價記錄", { 類別: family, 貨品代號: code, 添加日期: date, 單價: price, 幣別: currency, 廠商代號: bought });
+const past = (code, bought, date, price, currency) => insert("歷史單價記錄", { 類別: "紙板", 貨品代號: code, 添加日期: date, 單價: price, 幣別: currency, 廠商代號: bought });
 
 const s = launch({ function: "紙板採購作業", user: "採購甲" });
 const g = s.grid("fml明細");
@@ -28,10 +27,10 @@ fill(g, 1, { 大紙數: "100", 單價: "10" });
     unit(1, u);
     equal(cells(g, 1, "小計", "計價公式"), [amount, text], size + " by " + u);
 });
-g.enter(1, "小計");
-equal(s.status(6), "無計價公式以單價*數量計算 100*10", "the status bar tells how the amount came about");
-g.enter(1, "備註");
-equal(s.status(6), "", "on the amount only");
+for (const [title, text] of [["小計", "無計價公式以單價*數量計算 100*10"], ["備註", ""]]) {
+    g.enter(1, title);
+    equal(s.status(6), text, "on the amount the status bar tells how it came about");
+}
 
 // ---- a formula that cannot be computed ----
 g.type(1, "規格", "90*90");
@@ -40,8 +39,7 @@ unit(1, "令");
 equal([cells(g, 1, "小計", "計價公式"), g.colour(1, "小計"), s.get("txt合計")], [["1000", "計價公式: 90*90*10*100/(90-90)"], "#ffd6d6", "1000"],
     "told; amount and total stay, the cell is red");
 unit(1, "㎡");
-equal(g.cell(1, "小計"), "810", "another unit, another formula");
-check(g.colour(1, "小計") !== "#ffd6d6", "no longer red");
+equal([g.cell(1, "小計"), g.colour(1, "小計") === "#ffd6d6"], ["810", false], "another unit, another formula, no longer red");
 unit(1, "pcs");
 fill(g, 1, { 大紙數: "-1", 單價: "1.00505" });
 equal([cells(g, 1, "單價", "小計"), s.get("txt合計"), s.get("lbl合計金額")], [["1.0051", "-1.01"], "-1.01", "-1.01"], "a price is rounded, and then its amount");
@@ -63,9 +61,8 @@ equal(cells(g, 1, "走紙才", "小紙數"), ["5", "150"], "and they follow the 
 g.enter(1, "代號");
 s.click("scmd刪除");
 db.execute("delete from 歷史單價記錄 where 貨品代號 in ('KMKB-01','KMKB-03')");
-past("紙板", "KMKB-01", "V001", "20250101", "11", "台幣");
-past("紙板", "KMKB-01", "V001", "20250201", "12", "台幣");
-past("紙板", "KMKB-03", "V002", "20250201", "77", "台幣");
+past("KMKB-01", "V001", "20250201", "12", "台幣");
+past("KMKB-03", "V002", "20250201", "77", "台幣");
 ["KMKB-01", "KMKB-03", "KMKC-01"].forEach((code, i) => {
     item(s, i + 1, code);
     fill(g, i + 1, { 規格: "10*10", 大紙數: "10" });
@@ -79,10 +76,7 @@ g.type(2, "單價", "0");
 const names = ["KMKB-01", "KMKB-02", "KMKB-03", "KMKB-04", "KMKB-05"], was = names.map(history), other = history("KMKC-01");
 s.press("F8");
 const number = s.get("txt採購單號");
-equal(names.map(c => [board(c)["進價"], board(c)["進料單位"], board(c)["幣別"]]), names.map(() => ["25.5", "kg", "台幣"]), "all boards of the name");
-equal(names.map(history), was.map(x => x + 1), "a row of history for each");
-equal(one("select top 1 類別,添加日期,單價,數量,幣別,廠商代號,廠商簡稱,作業員 from 歷史單價記錄 where 貨品代號='KMKB-05' order by 添加日期 desc"),
-    { 類別: "紙板", 添加日期: "20250303", 單價: "25.5", 數量: "10", 幣別: "台幣", 廠商代號: "V001", 廠商簡稱: "岱峻紙板", 作業員: "採購甲" }, "as written");
+equal(names.map(c => [board(c)["進價"], board(c)["進料單位"], history(c)]), was.map(x => ["25.5", "kg", x + 1]), "all boards of the name, with a row of history for each");
 equal(history("KMKC-01"), other, "a price that the master has already tells nothing new, nor does a price of nothing");
 db.execute("update 浪紙資料 set 進價='26' where 浪紙名稱='KMK550B'");
 const goesBack = (price, unitOf, currency, rows, what) => {
@@ -129,33 +123,24 @@ check(!s.visible("pic產品視窗"), "no figures without an item");
 // ---- prices come into the document's currency, at the document's date ----
 insert("物料資料", { 物料代號: "QU1", 物料名稱: "QU1", 規格: "1", 進價: "10", 幣別: "美金", 單位: "kg", 進料單位: "kg" },
     { 物料代號: "QT1", 物料名稱: "QT1", 規格: "1", 進價: "10", 幣別: "台幣", 單位: "kg", 進料單位: "kg" });
-past("物料", "QT1", "V013", "20240901", "2", "港幣");
+past("QT1", "V013", "20240901", "2", "港幣");
 const rate = (currency, date) => Number(value("select top 1 匯率 from 匯率修改記錄 where 幣別='" + currency + "' and 修改日期<'" + date + "' order by 修改日期 desc"));
 check(rate("美金", "20241001") !== rate("美金", "20241002"), "the dollar's rate changed on the first of October");
 const shown = x => rule.numberText(Number(rule.format(x, "0.000000")));
 const m = launch({ function: "物料採購作業", user: "採購甲" });
 const lines = m.grid("fml明細");
 vendor(m, "V013");
-[["QU1", "台幣", "20241001", shown(10 * rate("美金", "20241001")), "a change on the day itself does not count yet"],
- ["QU1", "台幣", "20241002", shown(10 * rate("美金", "20241002")), "the day after it does"],
- ["QU1", "港幣", "20241002", shown(10 * rate("美金", "20241002") / 4.17), "into another currency at its rate of today"],
- ["QT1", "台幣", "20250303", shown(2 * rate("港幣", "20250303")), "the vendor's last price, from the currency it was paid in"]].forEach(([code, currency, date, price, what], i) => {
+[["20241001", "台幣", 10 * rate("美金", "20241001")], ["20241002", "台幣", 10 * rate("美金", "20241002")], ["20241002", "港幣", 10 * rate("美金", "20241002") / 4.17]].forEach(([date, currency, price], i) => {
     m.choose("cbo幣別", currency);
     m.set("txt採購日期", date);
-    item(m, i + 1, code);
-    equal(lines.cell(i + 1, "單價"), price, what);
+    item(m, i + 1, "QU1");
+    equal(lines.cell(i + 1, "單價"), shown(price), "a dollar price in " + currency + " on " + date);
 });
 requisition("2503030009", "物料", [["QU1", "4"], ["QT1", "5"], ["沒有", "5"]].map(([code, n]) => ({ 原料代號: code, 原料名稱: code, 規格: "1", 數量: n, 單位: "kg" })));
-const expected = [shown(10 * rate("美金", "20241001")), shown(2 * rate("港幣", "20241001")), "0"];
 m.choose("cbo幣別", "台幣");
-m.set("txt採購日期", "20241001");
-["Enter", "button"].forEach(way => {
-    pick("frm採購輔助視窗_請購單");
-    m.set("txt申購單位", "2503030009");
-    if (way === "Enter") m.press("Enter"); else m.click("sscmd申購單位");
-    equal([column(lines, "代號"), column(lines, "單價")], [["QU1", "QT1", "沒有"], expected], "a requisition's prices converted, loaded by " + way);
-});
-const total = Number(rule.format(4 * expected[0], "0.00")) + Number(rule.format(5 * expected[1], "0.00"));
-equal(m.get("txt合計"), rule.numberText(Number(rule.format(total, "0.00"))), "and the total with them");
+pick("frm採購輔助視窗_請購單");
+enter(m, "txt申購單位", "2503030009");
+const expected = [shown(10 * rate("美金", "20241002")), shown(2 * rate("港幣", "20241002")), "0"];
+equal([column(lines, "代號"), column(lines, "單價")], [["QU1", "QT1", "沒有"], expected], "a requisition's prices converted, the vendor's last one from the currency it was paid in");
 m.press("F8");
 equal(values("select 單價 from 採購明細資料 where 採購單號='" + m.get("txt採購單號") + "' order by 序"), expected, "stored with all their decimals");
