@@ -37,8 +37,6 @@ for (const [text, title, mended, focus] of [["單位」不能為空!", "單位",
 fault("第2行明細「原料代號及名稱」不能為空!", "then the next row");
 equal([cells(g, 1, "規格", "走紙才", "小紙數"), g.cell(2, "備註"), s.modified], [["120*90", "2", "200"], "第二行", true], "all typing stays");
 equal(count("採購資料", "1=1"), before, "nothing was written");
-
-// ---- rows are not skipped ----
 const skipped = doing => stops(doing, "warning", "警告", "前一列資料尚未輸入!", "a row is not skipped");
 skipped(() => { g.enter(4, "規格"); s.type("9"); });
 equal([g.cell(4, "規格"), g.lineCount], ["", 2], "nothing was taken");

@@ -84,7 +84,7 @@ updated(s);
 equal([risen(), line("250228901", 2)], [[7, 0], ["0", "20", "N"]], "and what it brought");
 clean("without the line");
 
-// ---- found again ----
+// ---- found again, and deleted ----
 s.press("F2");
 search(s, number);
 equal(column(s.grid("MSHFlexGrid1"), "入庫數"), ["6"], "the search finds it");
@@ -94,8 +94,6 @@ stops(() => s.click("scmd速查"), "warning", "提示", "速查單號為空,請�
 s.set("txt速查單號", "X");
 stops(() => s.click("scmd速查"), "warning", "提示", "查無此入庫單,請確認輸入單號是否正確!", "an unknown one too");
 equal(s.get("txt入庫單號"), number, "and leaves the position");
-
-// ---- deleted ----
 shows(() => s.press("F3"), [DeleteSure, Deleted], "the receipt goes");
 equal([risen(), line("250228901", 1), count("原料板位明細", "入庫單號='" + number + "'")], [[0, 0], ["0", "10", "N"], 0], "deletion undoes it all, bins too");
 clean("after a deletion");

@@ -48,8 +48,7 @@ receive(s, "1", 2, "Down");
 equal([s.get("cbo幣別"), s.notice()], ["美金", "採購單 250228901 的幣別是台幣,與本單不同"], "a filled one keeps its own and says so");
 for (const row of [2, 1]) g.key(row, "數量", "Ctrl+Delete");
 equal([g.lineCount, s.get("txt合計")], [0, "0.00"], "all lines can go");
-
-// ---- an unknown vendor is told ----
+// A vendor that nobody knows is told.
 s.set("txt廠商代號", "ZZZ");
 saving(s, [Added], "a receipt without lines is saved");
 equal(s.notice(), "已儲存 " + s.get("txt入庫單號") + ",但查無廠商 ZZZ", "but nobody knows its vendor");
@@ -182,8 +181,7 @@ saving(s, [Duplicate], "a number that was drawn and taken meanwhile is refused")
 equal([s.get("txt入庫單號"), s.modified], ["2503030003", true], "it stays on show");
 saving(s, [Added], "the next save draws anew");
 equal([s.get("txt入庫單號"), line(2)], ["2503030004", ["3", "7", "N"]], "the next one");
-
-// ---- no number to be had ----
+// No number to be had.
 s = open();
 begin(s);
 receive(s, "1");

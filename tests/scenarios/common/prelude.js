@@ -80,6 +80,10 @@ receivedOrder = (s, number) => {
     s.set("txt採購單號", number);
     s.key("txt採購單號", "Enter");
 };
+saveNew = s => {
+    s.press("F8");
+    return s.get("txt採購單號");
+};
 save = (s, answer = "yes") => {
     onMessage("詢問", "確定更新此筆資料?", answer);
     s.press("F8");
