@@ -45,8 +45,6 @@ s.set("txt查詢內容(2)", "20200101");
 const lines = where => value("select count(*) as n from 採購資料 a inner join 採購明細資料 b on a.採購單號=b.採購單號 where a.類別='物料' and " + where + " and a." + mine);
 search(s);
 equal(s.grid("MSHFlexGrid1").lineCount, lines("a.採購日期 between '20200101' and '20250303'"), "the search finds one's own only");
-search(s, foreign);
-equal(s.grid("MSHFlexGrid1").lineCount, 0, "not even by number");
 s.click("scmd查詢條件");
 s.choose("sopt查詢條件(6)");
 search(s, "0");
