@@ -8,8 +8,7 @@ let s = openOrder("主管甲", first);
 onWindow("frm單據審核", w => {
     const ways = of => ["Opt審核(0)", "Opt審核(1)"].map(way => w[of](way));
     equal([ways("get"), ways("enabled")], [["審    單", "取消審單"], [true, true]], "both ways are open");
-    equal([w.get("txt業務員代號"), w.get("lbl業務員名稱")], ["S05", "吳國棟"], "the user's own name is proposed");
-    equal(ways("colour"), ["#0000ff", "#808080"], "to approve is chosen, in blue");
+    equal([w.get("txt業務員代號"), w.get("lbl業務員名稱"), ways("colour")], ["S05", "吳國棟", ["#0000ff", "#808080"]], "the user's own name is proposed; to approve is chosen, in blue");
     w.click("Opt審核(1)");
     equal(ways("colour"), ["#808080", "#0000ff"], "a click moves the blue");
     w.click("scmd取消");
@@ -42,8 +41,8 @@ onWindow("frm單據審核", w => {
 });
 onMessage("詢問", "操作成功,是否立即儲存?", "no");
 s.toolbar("審單");
-equal([s.get("txt審單"), s.get("txt審單項(0)"), s.get("txt審單項(1)"), s.visible("pic審單"), s.modified, stored(first)],
-    ["Y", "林佩珊", "20250303", true, true, ["N", "", ""]], "without a save the stamp is on the screen, and only there");
+equal([texts(s, "txt審單", "txt審單項(0)", "txt審單項(1)"), s.visible("pic審單"), s.modified, stored(first)], [["Y", "林佩珊", "20250303"], true, true, ["N", "", ""]],
+    "without a save the stamp is on the screen, and only there");
 s.toolbar("edit");
 find(s, first);
 check(!s.visible("pic審單") && s.get("txt審單") === "N", "another look at the order loses it");

@@ -17,15 +17,11 @@ g.paste(1, "代號", block([
     ["KMKC-01", "", "", "90*90", "10", "2", "令", "", "很長的交期說明文字"]]));
 equal(cells(g, 1, "代號", "廠商品名", "內部品名", "規格", "大紙數", "單價", "單位", "小計", "交貨日", "楞別", "走紙才", "未交數", "送清"),
     ["KMKB-01", "牛卡", "自訂名", "120*90", "1200", "16.5", "㎡", "21384", "20250401", "B", "120", "1200", "N"], "a code by exact match, a thousands separator, the amount by formula");
-equal(cells(g, 2, "代號", "大紙數", "小計"), ["KMKB-02", "12", "59.47"], "full-width digits; the amount is not for typing");
-equal([red(2, "小計"), red(2, "大紙數"), red(1, "大紙數")], [true, false, false], "what cannot go in is red");
-equal(cells(g, 3, "代號", "規格", "大紙數", "單價", "單位"), ["", "60*50", "", "", "㎡"], "no such code, no such numbers");
-equal(["代號", "大紙數", "單價", "規格"].map(t => red(3, t)), [true, true, true, false], "each marked");
+equal([cells(g, 2, "代號", "大紙數", "小計"), red(2, "小計"), red(2, "大紙數"), red(1, "大紙數")], [["KMKB-02", "12", "59.47"], true, false, false], "full-width digits; the amount is not for typing; what cannot go in is red");
+equal([cells(g, 3, "代號", "規格", "大紙數", "單價", "單位"), ["代號", "大紙數", "單價", "規格"].map(t => red(3, t))], [["", "60*50", "", "", "㎡"], [true, true, true, false]], "no such code, no such numbers; each marked");
 equal([cells(g, 4, "計價公式"), red(4, "小計")], [["計價公式: 90*90*2*10/(90-90)"], true], "a formula that fails marks its amount");
-equal(s.notice(), "已貼上 32 格,4 格有誤(紅底)", "one notice");
-equal([messages(), g.lineCount, s.modified], [[], 4, true], "no message, no window");
-equal([g.cell(4, "小計"), s.get("txt合計")], ["16.2", "21459.67"], "an amount that could not be computed anew stays in the total");
-check(s.visible("pic產品視窗"), "the stock figures follow the line under the cursor");
+equal([s.notice(), messages(), g.lineCount, s.modified], ["已貼上 32 格,4 格有誤(紅底)", [], 4, true], "one notice; no message, no window");
+equal([g.cell(4, "小計"), s.get("txt合計"), s.visible("pic產品視窗")], ["16.2", "21459.67", true], "an amount that could not be computed anew stays in the total; the stock figures follow the line under the cursor");
 g.type(3, "大紙數", "5");
 check(!red(3, "大紙數"), "typing clears the mark");
 
@@ -61,8 +57,7 @@ equal([g.cell(1, "備註"), g.cell(1, "走紙才")], ["備\t註", "3"], "as past
 const whole = g.copy(1, "申購單號", 1, "備註");
 equal(whole.split("\t").length, 24, "visible columns only, a tab inside a cell in quotes");
 g.paste(2, "申購單號", whole);
-equal(g.row(2), g.row(1), "the same line again");
-equal([s.notice(), messages()], ["已貼上 23 格", []], "no fault");
+equal([g.row(2), s.notice(), messages()], [g.row(1), "已貼上 23 格", []], "the same line again; no fault");
 
 // ---- requisitions and work orders: what their windows would offer
 g.paste(3, "申購單號", "2503030001\t\t\t\tKMKB-02");

@@ -55,8 +55,7 @@ g.type(2, "數量", "5");
 equal([g.cell(1, "備品"), g.cell(2, "數量"), s.get("txt合計")], ["1.0000", "5.0000", "45.00"], "what is typed counts");
 added(s);
 const number = s.get("txt入庫單號");
-equal([s.mode, number, s.open], ["修改", "2503030001", true], "the screen goes on with the saved receipt");
-equal([risen(), stock("物料", inks[0])[1]], [[11, 5], "20250303"], "stock rises by quantity and spares, with the day");
+equal([s.mode, number, s.open, risen(), stock("物料", inks[0])[1]], ["修改", "2503030001", true, [11, 5], "20250303"], "the screen goes on with the saved receipt; stock rises by quantity and spares, with the day");
 equal([s.visible("pic庫存"), parseFloat(s.get("lbl庫存").replace(/,/g, ""))], [true, stock("物料", inks[0])[0]], "the figures below the grid know it");
 equal([line("250228901", 1), line("250228901", 2)], [["10", "0", "Y"], ["5", "15", "N"]], "the order knows what came");
 equal(db.query("select 入庫數, 領料數, 儲位 from 原料板位明細 where 入庫單號='" + number + "' order by 原料代號").map(r => Object.values(r)),

@@ -7,8 +7,7 @@ check(orders("not " + mine) > 0 && orders(mine) > 100, "there are orders of both
 db.execute("update 廠商資料 set 業務員代號='S02' where 廠商代號='V020'");
 
 const s = launch({ function: "物料採購作業", user: "採購丙" });
-equal(session("salesScope"), " And (業務員代號='S03' Or 業務員代號='S04' ) ", "the scope");
-equal([s.mode, s.status(4)], ["新增", String(orders(mine))], "only these are counted");
+equal([session("salesScope"), s.mode, s.status(4)], [" And (業務員代號='S03' Or 業務員代號='S04' ) ", "新增", String(orders(mine))], "the scope; only these are counted");
 
 // ---- vendors
 const vendors = values("select 廠商代號 from 廠商資料 where 廠商類別 like '%物料%' and 報廢與否<>'Y' and " + mine + " order by 廠商代號");
