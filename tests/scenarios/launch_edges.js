@@ -35,15 +35,12 @@ for (const [name, screen, category, kept, mode] of [["物料採購作業", "frm�
     else equal(told(), [["information", "提示", "「" + name + "」尚未提供!"]], name + " is not built yet");
 }
 equal(session("gridColours"), ["12632064", "15728381", "14221312", "16777215", "16747326", "16777215", "4868863"], "the colours of the lists");
-
-// ---- values ----
 opens(written("紙板採購作業", "採購甲", "", "Provider=x;Data Source=A && B"), [], "values may be empty or hold signs");
 equal(["connectionString", "userName", "approvalParam", "otherParam", "salesmanCode", "salesmanName"].map(session),
     [Connection, "採購甲", "", "Provider=x;Data Source=A && B", "S01", "林佩珊"], "each value stands where it belongs");
 silent(written("紙板採購作業", " admin"), [Refused], "a user, who is not trimmed,");
 silent(written("紙板採購作業", "O'Brien"), [Refused], "an apostrophe, which breaks nothing,");
-
-// ---- markers missing ----
+// Markers missing.
 s = opens(written("紙板採購作業").replace("&&其它&&=", ""), [], "without the last marker");
 equal([s.name, session("approvalParam"), session("otherParam")], ["frm採購作業系統", "", ""], "what cannot be cut stays empty");
 silent(written("紙板採購作業").replace("&&用戶&&=", ""), [], "a function without an end");

@@ -2,8 +2,8 @@
 // the same walk with a user who may see them shows that the walk would find them.
 clock("2025-03-03 08:30:00");
 const P = "7531.9", Q = "8642.7";
-db.execute("update 浪紙資料 set 進價='" + P + "' where 浪紙代號 like 'KM%'");
-db.execute("update 物料資料 set 進價='" + Q + "' where 廠商代號='V013'");
+db.execute("update 浪紙資料 set 進價='" + P + "',單價='" + Q + "'");
+db.execute("update 物料資料 set 進價='" + Q + "',單價='" + P + "'");
 db.execute("update 凸版主料資料 set 進價='" + P + "'");
 db.execute("update 歷史單價記錄 set 單價='" + Q + "' where 廠商代號 in ('V001','V013','V038')");
 insert("採購計價公式", { 單位1: "", 單位2: "", 基本單位: "pcs", 計價單位: "令", 公式: "單價*數量*1+7531.9", 序: 9, 類別: "紙板" });
@@ -16,8 +16,6 @@ const orders = {};
 });
 db.execute("update 原料入庫明細 set 單價='" + P + "',小計='" + Q + "'");
 db.execute("update 原料入庫資料 set 合計='" + Q + "'");
-db.execute("update 物料資料 set 單價='" + P + "'");
-db.execute("update 浪紙資料 set 單價='" + Q + "'");
 db.execute("update 使用者明細 set 批審='√' where 使用者='採購乙'");
 const material = value("select top 1 物料代號 from 物料資料 where 廠商代號='V013' order by 物料代號");
 [["2503039001", "紙板", "KMKB-01"], ["2503039002", "物料", material], ["2503039003", "凸版", "P001"]].forEach(([number, family, code]) =>
@@ -139,8 +137,7 @@ for (const [text, red] of [["******", false], ["5", true]]) {
 }
 const kept = () => [value("select 進價 from 浪紙資料 where 浪紙代號='KMKC-01'"), count("歷史單價記錄", "1=1")];
 const before = kept();
-s.press("F8");
-const n = s.get("txt採購單號");
+const n = saveNew(s);
 const saved = (quantity, what) => {
     const amount = String(0.5 * quantity * P);
     equal(db.query("select 數量,單價,小計,計價公式 from 採購明細資料 where 採購單號='" + n + "'").map(l => Object.values(l)),

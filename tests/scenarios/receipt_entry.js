@@ -55,8 +55,7 @@ g.type(2, "數量", "5");
 equal([g.cell(1, "備品"), g.cell(2, "數量"), s.get("txt合計")], ["1.0000", "5.0000", "45.00"], "what is typed counts");
 added(s);
 const number = s.get("txt入庫單號");
-equal([s.mode, number, s.open], ["修改", "2503030001", true], "the screen goes on with the saved receipt");
-equal([risen(), stock("物料", inks[0])[1]], [[11, 5], "20250303"], "stock rises by quantity and spares, with the day");
+equal([s.mode, number, s.open, risen(), stock("物料", inks[0])[1]], ["修改", "2503030001", true, [11, 5], "20250303"], "the screen goes on with the saved receipt; stock rises by quantity and spares, with the day");
 equal([s.visible("pic庫存"), parseFloat(s.get("lbl庫存").replace(/,/g, ""))], [true, stock("物料", inks[0])[0]], "the figures below the grid know it");
 equal([line("250228901", 1), line("250228901", 2)], [["10", "0", "Y"], ["5", "15", "N"]], "the order knows what came");
 equal(db.query("select 入庫數, 領料數, 儲位 from 原料板位明細 where 入庫單號='" + number + "' order by 原料代號").map(r => Object.values(r)),
@@ -84,7 +83,7 @@ updated(s);
 equal([risen(), line("250228901", 2)], [[7, 0], ["0", "20", "N"]], "and what it brought");
 clean("without the line");
 
-// ---- found again ----
+// ---- found again, and deleted ----
 s.press("F2");
 search(s, number);
 equal(column(s.grid("MSHFlexGrid1"), "入庫數"), ["6"], "the search finds it");
@@ -94,8 +93,6 @@ stops(() => s.click("scmd速查"), "warning", "提示", "速查單號為空,請�
 s.set("txt速查單號", "X");
 stops(() => s.click("scmd速查"), "warning", "提示", "查無此入庫單,請確認輸入單號是否正確!", "an unknown one too");
 equal(s.get("txt入庫單號"), number, "and leaves the position");
-
-// ---- deleted ----
 shows(() => s.press("F3"), [DeleteSure, Deleted], "the receipt goes");
 equal([risen(), line("250228901", 1), count("原料板位明細", "入庫單號='" + number + "'")], [[0, 0], ["0", "10", "N"], 0], "deletion undoes it all, bins too");
 clean("after a deletion");

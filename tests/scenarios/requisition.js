@@ -2,8 +2,7 @@
 clock("2025-03-03 08:30:00");
 const s = launch({ function: "資材申購作業", user: "主管甲" });
 equal([s.title, s.mode, texts(s, "txt申購日期", "lbl經辦人名稱"), s.items("Cbo類別")], ["原料申購作業", "新增", ["20250303", "吳國棟"], ["紙板", "物料"]], "a new requisition");
-check(s.items("Cbo請購原因").length > 0 && s.items("Cbo庫別").length > 0, "reasons and warehouses");
-check(!s.enabled("toolbar:print") && !s.enabled("toolbar:審單"), "keys that a new document has not");
+equal([s.items("Cbo請購原因").length > 0 && s.items("Cbo庫別").length > 0, !s.enabled("toolbar:print") && !s.enabled("toolbar:審單")], [true, true], "reasons and warehouses; keys that a new document has not");
 s.choose("Cbo類別", "物料");
 const g = s.grid("fml明細");
 equal(g.titles, ["原料代號", "原料名稱", "規格", "數量", "單位", "工單單號", "需求日期", "用途說明", "序", "工單單號#2", "已采購數", "楞別"], "columns");
@@ -37,8 +36,7 @@ const number = s.get("txt申購單號");
 equal([number, s.notice()], ["2503030001", "已儲存 2503030001"], "first number of the day, which the notice names");
 const stored = () => db.query("select 數量,需求日期,序,已采購數 from 原料申購明細 where 申購單號='" + number + "' order by 序").map(r => Object.values(r));
 const header = columns => Object.values(one("select " + columns + " from 原料申購資料 where 申購單號='" + number + "'"));
-equal(stored(), [["12.5", "20250320", 1, "0"], ["3", "20250320", 2, "0"], ["4", "20250320", 3, "0"]], "lines with the header's date where theirs is none");
-equal(header("製單人,審單,修改人"), ["吳國棟", "N", ""], "who made it");
+equal([stored(), header("製單人,審單,修改人")], [[["12.5", "20250320", 1, "0"], ["3", "20250320", 2, "0"], ["4", "20250320", 3, "0"]], ["吳國棟", "N", ""]], "lines with the header's date where theirs is none; who made it");
 
 // An order saved meanwhile is not lost by a re-save of the requisition.
 db.execute("update 原料申購明細 set 已采購數='2' where 申購單號='" + number + "' and 原料代號='" + codes[0] + "'");

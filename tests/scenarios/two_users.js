@@ -1,4 +1,4 @@
-// Two users on one order: who saves later is asked, and what is written over is reversed as it is stored by then.
+// Two users on one order: who saves later is asked, what is written over is reversed as it is stored by then, and who changed it is told.
 clock("2025-03-03 08:30:00");
 const number = value("select top 1 採購明細資料.採購單號 from 採購明細資料 inner join 採購資料 on 採購資料.採購單號=採購明細資料.採購單號 " +
     "inner join 原料申購明細 on 原料申購明細.申購單號=採購明細資料.請購單號 and 原料申購明細.原料代號=採購明細資料.原料代號 " +
@@ -10,6 +10,9 @@ const header = () => one("select 修改人,修改時間,工單單號 from 採購
 const meets = (w, name, time, answer, what) =>
     shows(() => w.press("F8"), [Sure, ["question", "詢問", "此單開啟後已由" + name + "於" + time + "修改,確定以畫面資料覆蓋?", answer]], what);
 const quantity = (w, n) => w.grid("fml明細").type(1, "大紙數", String(n));
+
+const fresh = launch({ function: "紙板採購作業", user: "採購甲" });
+shows(() => fresh.panel(8), [], "a new order has no history to show");
 
 // Both have it open; the manager saves first.
 const start = Number(line()["數量"]), bought = need();
@@ -29,9 +32,20 @@ db.execute("update 採購明細資料 set 已入庫數='2' where 採購單號='"
 clock("2025-03-03 08:32:00");
 meets(a, "吳國棟", "2025-03-03 08:31:00", "yes", "and asked again");
 equal([line()["數量"], line()["備註"], need()], [String(start + 100), "採購甲", bought + 100], "yes writes over it and takes off what was stored");
-equal([line()["已入庫數"], line()["未交數"]], ["2", String(start + 98)], "what the warehouse received stays received");
-equal([header()["修改人"], header()["修改時間"]], ["林佩珊", "2025-03-03 08:32:00"], "under the later name");
+equal([line()["已入庫數"], line()["未交數"], header()["修改人"], header()["修改時間"]], ["2", String(start + 98), "林佩珊", "2025-03-03 08:32:00"], "what the warehouse received stays received; under the later name");
+// The panel that the status bar opens; whatever closes it, what is typed stays.
 quantity(a, start + 50);
+for (const close of [w => w.press("Esc"), w => w.grid("MSHFlexGrid1").doubleClick(2, "項目值"), w => w.grid("MSHFlexGrid1").rightClick(1, "項目")]) {
+    onWindow("frm系統修改明細", w => {
+        const g = w.grid("MSHFlexGrid1");
+        equal([g.titles, column(g, "項目"), column(g, "項目值").slice(2)], [["項目", "項目值"], ["製單人", "製單時間", "修改人", "修改時間"], ["林佩珊", "2025-03-03 08:32:00"]],
+            "who made and who changed it, as it is stored now");
+        check(w.visibleTexts().includes("雙擊關閉窗口"), "and how to close it");
+        close(w);
+        check(!w.open && a.modified, "the panel is gone");
+    });
+    a.panel(8);
+}
 shows(() => a.press("F8"), [Sure], "the same screen goes on without a question");
 
 // Now the first screen is the one that is behind; even within one second.

@@ -50,11 +50,9 @@ fill = (g, row, texts) => Object.keys(texts).forEach(title => g.type(row, title,
 enter = (s, control, text) => {
     s.set(control, text);
     s.press("Enter");
-};
-find = (s, number) => {
-    enter(s, "txt速查單號", number);
     return s;
 };
+find = (s, number) => enter(s, "txt速查單號", number);
 vendor = (s, code) => enter(s, "txt廠商代號", code);
 openOrder = (user, number, name = "紙板採購作業") => {
     const s = find(launch({ function: name, user }), number);
@@ -72,13 +70,15 @@ ownOrder = s => {
 };
 receivingVendor = (s, code) => {
     pick("frm廠商輔助視窗_驗收");
-    s.set("txt廠商代號", code);
-    s.key("txt廠商代號", "Enter");
+    vendor(s, code);
 };
 receivedOrder = (s, number) => {
     pick("frm採購輔助視窗");
-    s.set("txt採購單號", number);
-    s.key("txt採購單號", "Enter");
+    enter(s, "txt採購單號", number);
+};
+saveNew = s => {
+    s.press("F8");
+    return s.get("txt採購單號");
 };
 save = (s, answer = "yes") => {
     onMessage("詢問", "確定更新此筆資料?", answer);
