@@ -192,6 +192,7 @@ TEST_F(RecordsetTest, UpdateWritesTheChangedColumnsOnly) {
     EXPECT_EQ(stored(u"數量", u"A1"), u"2.25");
     EXPECT_EQ(stored(u"序", u"A1"), u"77");
     rows.set(u"數量", 3.5);
+    EXPECT_EQ(rows.number(u"數量"), 3.5);
     rows.Update();
     EXPECT_EQ(stored(u"數量", u"A1"), u"3.5") << "the second change knows the first";
     natives.clear();

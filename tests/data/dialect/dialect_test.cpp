@@ -37,7 +37,7 @@ TEST(DialectLift, ValuesDoNotChangeTheShape) {
 
 TEST(Dialect, LikeWithFixedPrefixSearchesTheIndex) {
     Engine engine;
-    engine.run(u"create table 採購資料 (採購單號 nvarchar(20) primary key, 類別 nvarchar(10), "
+    engine.run(u"create table 採購資料 (採購單號 nvarchar(20) primary key, 類別 nvarchar(10) null, "
                "廠商代號 nvarchar(10))"_s);
     engine.run(u"create table [採購明細資料] ([採購單號] nvarchar(20), 序 int, "
                "constraint pk明細 primary key (採購單號, 序))"_s);

@@ -119,8 +119,8 @@ TEST(DialectDates, FollowTheClockOfTheServer) {
         engine,
         {u"dbo.DT(9)|2024-03-05 13:04:05", u"datediff(dd,'20240301',getdate())|4",
          u"datediff(dd,cast('2024/03/04 23:59' as datetime),dbo.DT(9))|1",
-         u"cast('1700-01-01' as datetime)|error 242", u"dateadd(yy,9000,getdate())|error 517",
-         u"getdate()+1|2024-03-06 13:04:05",
+         u"cast('1700-01-01' as datetime)|error 242", u"cast('soon' as datetime)|error 241",
+         u"dateadd(yy,9000,getdate())|error 517", u"getdate()+1|2024-03-06 13:04:05",
          u"convert(nvarchar,cast('2024-03-05 1:02:03.457PM' as datetime),121)|2024-03-05 13:02:03.457"});
     engine.pool.setClock(engine.now.addDays(1));
     EXPECT_EQ(valueOf(engine, u"dbo.DT(9)"_s), u"2024-03-06 13:04:05");
