@@ -77,6 +77,7 @@ s.set("txt入庫日期", "20241115");
 saving(s, [Added], "a new receipt of a closed month is saved");
 const number = s.get("txt入庫單號");
 equal([s.get("txt入庫日期"), header(number)["入庫日期"]], ["20241201", "20241201"], "on the first day after it");
+check(rule.isMonthClosed("20241130", "物料") && !rule.isMonthClosed("20241201", "物料"), "the guard says so too");
 db.execute("insert into 盤點資料_物料 values ('" + codes[0] + "', '2024-12-31', '0')");
 s.set("txt備註", "改");
 saving(s, [["warning", "提示", "本月份已有結轉,不允許此操作"]], "a stored receipt of a closed month is not changed");
